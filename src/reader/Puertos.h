@@ -1,0 +1,89 @@
+// What the session asks of parts that stand outside it: links to foreground applications, the recorder, the editor's
+// window, the tray icon, the other windows. Each is implemented by its own subsystem or by the plain stand-in named
+// here. Main thread.
+#pragma once
+
+#include <QString>
+
+namespace ondalis {
+
+// The word processor in the foreground.
+class EnlaceWord {
+public:
+    virtual ~EnlaceWord() = default;
+    virtual bool EnPrimerPlano() = 0;
+    virtual bool SeleccionaTexto() = 0;
+    virtual void LocalizaTexto(const QString &texto, bool marca, int salto, const QString &palabra) = 0;
+    virtual bool Conecta() = 0;
+    virtual void LocalizaPalabra(const QString &texto, bool marca, bool wrap) = 0;
+    virtual void Desconecta() = 0;
+};
+
+// The browser in the foreground.
+class EnlaceExplorer {
+public:
+    virtual ~EnlaceExplorer() = default;
+    virtual bool EnPrimerPlano() = 0;
+    virtual bool SeleccionaTexto() = 0;
+};
+
+// Without an adapter no link is ever in the foreground.
+class SinEnlaceWord : public EnlaceWord {
+public:
+    bool EnPrimerPlano() override { return false; }
+    bool SeleccionaTexto() override { return false; }
+    void LocalizaTexto(const QString &, bool, int, const QString &) override {}
+    bool Conecta() override { return false; }
+    void LocalizaPalabra(const QString &, bool, bool) override {}
+    void Desconecta() override {}
+};
+
+class SinEnlaceExplorer : public EnlaceExplorer {
+public:
+    bool EnPrimerPlano() override { return false; }
+    bool SeleccionaTexto() override { return false; }
+};
+
+// The desktop's foreground window.
+class VentanaEnFoco {
+public:
+    virtual ~VentanaEnFoco() = default;
+    virtual bool EsConsola() = 0;
+};
+
+// Makes a reading's audio file (GrabaEnFichero).
+class Grabadora {
+public:
+    virtual ~Grabadora() = default;
+    virtual void GrabaEnFichero(const QString &texto, const QString &ficheroTexto) = 0;
+};
+
+// The editor's window as the session drives it during a reading of type 3.
+class VentanaEditor {
+public:
+    virtual ~VentanaEditor() = default;
+    virtual void LocalizaPalabra(int posicion) = 0;  // 0-based
+    virtual void HabilitaBoton(const QString &boton,
+                               bool habilitado) = 0;  // "leer", "grabar", "etiqueta", "pausar", "detener"
+    virtual void RotulaPausa(const QString &enBoton,
+                             const QString &enMenu) = 0;  // toolbar button "pausar" and LePausar
+};
+
+// The picture in the notification area.
+class cIconoBarra {
+public:
+    static constexpr int NumImagenes = 11;
+    virtual ~cIconoBarra() = default;
+    virtual void SetImagen(int numero) = 0;  // 1 to NumImagenes
+};
+
+// Windows of the program that commands open.
+class Ventanas {
+public:
+    virtual ~Ventanas() = default;
+    virtual void Opciones() = 0;
+    virtual void AbrirEditor() = 0;
+    virtual void Salir() = 0;  // unloads the main window
+};
+
+}  // namespace ondalis

@@ -1,0 +1,140 @@
+// The controller behind the main window: the one reading that can exist, its navigation, its clipboard source, the tray
+// icon's number, the active state, the hot-key commands. All its collaborators are handed to it; it owns none. Main
+// thread.
+#pragma once
+
+#include <QString>
+#include <cstdint>
+
+#include "audio/cOpcGrabar.h"
+#include "desktop/cSonido.h"
+#include "desktop/cTxtLengua.h"
+#include "keys/cOpcTeclasRap.h"
+#include "keys/cTecla.h"
+#include "reader/MenuIcono.h"
+#include "reader/Portapapeles.h"
+#include "reader/Puertos.h"
+#include "reader/cOpcEditoresTexto.h"
+#include "settings/Temporizador.h"
+#include "settings/cGeneral.h"
+#include "settings/cOpcGeneral.h"
+#include "settings/cOpcSonidosAviso.h"
+#include "settings/cOpcTipoLectura.h"
+#include "speech/MotorVoz.h"
+#include "speech/cOpcVoz.h"
+#include "text/cFiltro.h"
+
+namespace ondalis {
+
+struct ColaboradoresPrincipal {
+    cLog &log;
+    cGeneral &general;
+    cCola &cola;
+    cOpcGeneral &opcGeneral;
+    cOpcVoz &opcVoz;
+    cOpcTipoLectura &opcTipoLectura;
+    cOpcGrabar &opcGrabar;
+    cOpcTeclasRap &opcTeclasRap;
+    cOpcSonidosAviso &sonidosAviso;
+    cOpcEditoresTexto &editoresTexto;
+    cEstadoVoz &estadoVoz;
+    MotorVoz &motor;
+    cFiltro &filtro;
+    cTxtLengua &txtLengua;
+    cSonido &sonido;
+    cTecla &tecla;
+    Temporizador &timerLectura;
+    Portapapeles &portapapeles;
+    EnlaceWord &enlaceWord;
+    EnlaceExplorer &enlaceExplorer;
+    VentanaEnFoco &ventanaEnFoco;
+    Grabadora &grabadora;
+    cIconoBarra &iconoBarra;
+    Ventanas &ventanas;
+    VentanaEditor *editor = nullptr;  // null: no editor window exists
+};
+
+class cFormPrincipal {
+public:
+    explicit cFormPrincipal(const ColaboradoresPrincipal &c);
+
+    // Start-up and end. Form_Load leaves the reader ready but deaf; Init registers the keys and switches the timer on.
+    void Form_Load();
+    void Init();
+    void Form_Unload();
+
+    bool ProgramaActivo() const;
+    // Events of the engine in use.
+    void Voz_StartSpeaking();
+    void Voz_StopSpeaking();
+    void Voz_WordPosition(std::int32_t pos);
+
+    // Menu entries.
+    void Detener_Click();
+    void PausaReanudar_Click();
+    void RepetirLectura_Click();
+    void AvanzarPalabras_Click();
+    void RetrocederPalabras_Click();
+    void ActivarDesactivar_Click();
+    void Opciones_Click();
+    void AbrirEditor_Click();
+    void Salir_Click();
+    void PausaReanudaLectura(bool sinSalto, bool reinicia);
+
+    void TimerLectura_Timer();
+    void tecla_HotKeyPulsada(const QString &nombre);
+
+    // `icono`: number 1 to 11, or one of the keys "activoblanco1", "activorojo1", "inactivo", "reloj", "pausado".
+    void SetIconoBarra(int icono);
+    void SetIconoBarra(const QString &icono);
+    int GetIconoBarra() const { return m_numIcono; }
+
+    MenuIcono &Menu() { return m_menu; }
+    // Text of the item that remote clients watch; "StopSpeaking" at the end of a remote speech.
+    const QString &DDELink() const { return m_ddeLink; }
+    void SetDDELink(const QString &texto);
+    void AlCambiarDDELink(std::function<void(const QString &)> aviso) { m_alCambiarDDELink = std::move(aviso); }
+
+    // Fields of the reading, for the sources outside this class and for tests.
+    struct Lectura {
+        QString TextoLectura;          // filtered text; stays after the end
+        QString TextoCopiado;          // clipboard text last accepted
+        std::int32_t TipoLectura = 0;  // 0 none yet, 1 clipboard, 2 keyboard, 3 editor
+        bool Leyendo = false;
+        bool EnPausa = false;
+        std::int32_t PosBase = 1;          // 1-based index of the first character given to the engine
+        std::int32_t PosPalabra = 0;       // 0-based position of the last word event within that
+        std::int16_t SeguimientoWord = 0;  // 0 off, 1 on, -1 to be cleared at the next start
+        bool PendienteTeclado = false;     // ImprPant has asked for a fetch
+        QString TextoWindows;              // the typing buffer
+    };
+    Lectura &Campos() { return m_l; }
+
+    // Starts the reading of TextoLectura from source `tipo`.
+    void IniciaLectura(std::int32_t tipo);
+    bool EsTextoLeible(const QString &texto) const;
+    QString TextoFiltrado(const QString &texto);
+    QString GetTramoLectura() const;
+    void DiAviso(const QString &texto);
+
+private:
+    void RecuperaConfiguracion();
+    void InicaLecturaPortapapeles();
+    void TeclaDetener();
+    void TeclaPausa();
+    void TeclaRepetir();
+    void TeclaAvanzar();
+    void TeclaRetroceder();
+    void TeclaImprPant();
+    void TeclasVelocidad(const QString &nombre);
+    void LeeVentanaConFoco();
+
+    ColaboradoresPrincipal c;
+    Lectura m_l;
+    MenuIcono m_menu;
+    QString m_ddeLink{QStringLiteral("Vínculo")};
+    std::function<void(const QString &)> m_alCambiarDDELink;
+    int m_numIcono = 1;
+};
+
+}  // namespace ondalis

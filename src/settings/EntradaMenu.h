@@ -1,0 +1,42 @@
+// State of one menu entry: bare caption in the tag, shown caption, enabled. The system reads its own state back from
+// here; a widget only mirrors it. Main thread.
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <utility>
+
+namespace ondalis {
+
+class EntradaMenu {
+public:
+    EntradaMenu() = default;
+    explicit EntradaMenu(QString rotulo, bool habilitada = true)
+        : m_rotulo(std::move(rotulo)), m_habilitada(habilitada) {}
+
+    const QString &Rotulo() const { return m_rotulo; }
+    const QString &Etiqueta() const { return m_etiqueta; }
+    bool Habilitada() const { return m_habilitada; }
+
+    void SetRotulo(const QString &rotulo) { Cambia(m_rotulo, rotulo); }
+    void SetEtiqueta(const QString &etiqueta) { Cambia(m_etiqueta, etiqueta); }
+    void SetHabilitada(bool habilitada) { Cambia(m_habilitada, habilitada); }
+
+    // Called after each change of value; one mirror an entry.
+    void AlCambiar(std::function<void()> aviso) { m_aviso = std::move(aviso); }
+
+private:
+    template <class T>
+    void Cambia(T &campo, const T &valor) {
+        if (campo == valor) return;
+        campo = valor;
+        if (m_aviso) m_aviso();
+    }
+
+    QString m_rotulo;
+    QString m_etiqueta;
+    bool m_habilitada = true;
+    std::function<void()> m_aviso;
+};
+
+}  // namespace ondalis

@@ -1,0 +1,135 @@
+#include "settings/cCola.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QEvent>
+#include <QTimer>
+
+namespace ondalis {
+
+namespace {
+const QEvent::Type kEntrega = static_cast<QEvent::Type>(QEvent::registerEventType());
+const QEvent::Type kDespierta = static_cast<QEvent::Type>(QEvent::registerEventType());
+
+// Counts one level of a handler for as long as it lives, also when the handler throws.
+class Nivel {
+public:
+    explicit Nivel(int &contador) : m_contador(contador) { ++m_contador; }
+    ~Nivel() { --m_contador; }
+    Nivel(const Nivel &) = delete;
+    Nivel &operator=(const Nivel &) = delete;
+
+private:
+    int &m_contador;
+};
+}  // namespace
+
+cCola::cCola(QObject *padre) : QObject(padre) {}
+
+cCola::~cCola() = default;
+
+cCola::Retencion::~Retencion() {
+    if (--m_cola.m_retenciones == 0) m_cola.PideEntrega();
+}
+
+void cCola::Pon(Clase clase, std::function<void()> accion) {
+    {
+        const std::lock_guard cerrojo(m_cerrojo);
+        if (m_cerrada) return;
+        m_pendientes[static_cast<int>(clase)].push_back(std::move(accion));
+    }
+    PideEntrega();
+}
+
+void cCola::PideEntrega() {
+    {
+        const std::lock_guard cerrojo(m_cerrojo);
+        if (m_pedida || m_cerrada) return;
+        m_pedida = true;
+    }
+    QCoreApplication::postEvent(this, new QEvent(kEntrega), Qt::HighEventPriority);
+}
+
+bool cCola::event(QEvent *evento) {
+    if (evento->type() == kEntrega) {
+        {
+            const std::lock_guard cerrojo(m_cerrojo);
+            m_pedida = false;
+        }
+        // One handler an event: the window system and the timers get their turn between two of ours.
+        if (EntregaUno()) PideEntrega();
+        return true;
+    }
+    return evento->type() == kDespierta || QObject::event(evento);
+}
+
+bool cCola::EntregaUno() {
+    if (m_retenciones > 0) return false;
+    const bool modal = m_hayModal && m_hayModal();
+    std::function<void()> accion;
+    int clase = 0;
+    {
+        const std::lock_guard cerrojo(m_cerrojo);
+        for (; clase < NumClases; ++clase) {
+            auto &cola = m_pendientes[clase];
+            if (clase == static_cast<int>(Clase::Tecla) && m_teclasEnCurso > 0 && !modal) continue;
+            if (clase == static_cast<int>(Clase::Tic) && m_ticsEnCurso > 0 && !modal) cola.clear();
+            if (cola.empty()) continue;
+            accion = std::move(cola.front());
+            cola.pop_front();
+            break;
+        }
+    }
+    if (!accion) return false;
+    {
+        int ninguno = 0;
+        const Nivel manejador(m_profundidad);
+        const Nivel tecla(clase == static_cast<int>(Clase::Tecla) ? m_teclasEnCurso : ninguno);
+        const Nivel tic(clase == static_cast<int>(Clase::Tic) ? m_ticsEnCurso : ninguno);
+        accion();
+    }
+    if (m_profundidad == 0) {
+        const auto finales = std::exchange(m_alTerminar, {});
+        for (const auto &final : finales) final();
+    }
+    // What waited for the end of this handler (a key behind a key) needs a delivery of its own.
+    PideEntrega();
+    return true;
+}
+
+void cCola::DejaCorrer() {
+    // What handlers put while we deliver belongs to "now" as well, but a handler that always puts another must not
+    // keep us here for ever.
+    for (int i = 0; i < 10000 && EntregaUno(); ++i) {
+    }
+    if (m_repinta) m_repinta();
+}
+
+void cCola::AlTerminar(std::function<void()> accion) {
+    if (m_profundidad == 0)
+        accion();
+    else
+        m_alTerminar.push_back(std::move(accion));
+}
+
+bool cCola::EsperaBloqueando(const std::function<bool()> &listo, int limiteMs) {
+    const Retencion retencion(*this);
+    const QDeadlineTimer plazo = limiteMs < 0 ? QDeadlineTimer(QDeadlineTimer::Forever) : QDeadlineTimer(limiteMs);
+    QTimer alarma;  // ends the wait for events at the deadline
+    if (limiteMs >= 0) alarma.start(limiteMs);
+    while (!listo()) {
+        if (plazo.hasExpired()) return listo();
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
+    }
+    return true;
+}
+
+void cCola::Despierta() { QCoreApplication::postEvent(this, new QEvent(kDespierta), Qt::HighEventPriority); }
+
+void cCola::Cierra() {
+    const std::lock_guard cerrojo(m_cerrojo);
+    m_cerrada = true;
+    for (auto &cola : m_pendientes) cola.clear();
+}
+
+}  // namespace ondalis

@@ -1,0 +1,28 @@
+#include "settings/cLog.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QLocale>
+
+namespace ondalis {
+
+cLog::cLog(QString fichero) : m_fichero(std::move(fichero)) {}
+
+void cLog::Escribe(const QString &procedimiento, const Fallo &fallo, const QString &extra) {
+    QString texto;
+    if (fallo) texto = fallo.descripcion + QStringLiteral(" (%1)").arg(fallo.numero);
+    if (!extra.isEmpty()) texto += QStringLiteral(" [%1]").arg(extra.trimmed());
+    if (texto.isEmpty()) return;
+
+    const QString linea = QLocale::system().toString(QDateTime::currentDateTime(), QLocale::ShortFormat) +
+                          QLatin1Char(' ') + procedimiento + texto + QLatin1Char('\n');
+    const std::lock_guard cerrojo(m_cerrojo);
+    QDir().mkpath(QFileInfo(m_fichero).absolutePath());
+    QFile fichero(m_fichero);
+    // A log that can't be written is no reason to disturb the user; there is nowhere else to tell.
+    if (fichero.open(QIODevice::Append)) fichero.write(linea.toUtf8());
+}
+
+}  // namespace ondalis

@@ -1,0 +1,73 @@
+// What both speech controls have in common: utterance numbers, the roles, and the delivery of Start, Word and Stop
+// exactly as the session relies on them. Owns no channel. Main thread; engine events reach it through the queue.
+//
+// The rules, for an utterance n whose role is 1 for a notice or test, 4 if EstadoVoz is 4 when it is accepted, else 0:
+//  - accepted: not paused any more; Start n is queued ahead of keys, ticks and bus calls, never inside the call; Words
+//  as
+//    heard; exactly one Stop. A notice has no Words.
+//  - end: Stop n when the last sample has been played.
+//  - explicit stop: silence, events of n not yet delivered are withdrawn, Stop n inside the call under EstadoVoz as it
+//    stands. Idle: nothing.
+//  - purge by a new call: as explicit stop, with EstadoVoz at n's role during Stop n; a notice then puts 1, a reading
+//    leaves what Stop left; then Start n+1 is queued.
+//  - paused: no Word and no Stop until the resume; they come then.
+//  - a resume takes effect when the running handler ends, so that a stop in the same handler stays inaudible.
+#pragma once
+
+#include <QString>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "engine/CanalVoz.h"
+#include "settings/cCola.h"
+#include "settings/cLog.h"
+#include "speech/EstadoVoz.h"
+
+namespace ondalis {
+
+// The three events of an engine, as the main window forwards them to its controller.
+struct EventosVoz {
+    std::function<void()> alEmpezar;              // Voz_StartSpeaking
+    std::function<void()> alTerminar;             // Voz_StopSpeaking
+    std::function<void(std::int32_t)> alPalabra;  // Voz_WordPosition: 0-based UTF-16 index in the text given
+};
+
+class ControlHabla : private OyenteMotor {
+public:
+    ControlHabla(CanalVoz &canal, cCola &cola, cEstadoVoz &estado, cLog &log);
+    ~ControlHabla() override;
+    ControlHabla(const ControlHabla &) = delete;
+    ControlHabla &operator=(const ControlHabla &) = delete;
+
+    void SetEventos(EventosVoz eventos) { m_eventos = std::move(eventos); }
+
+protected:
+    enum class Modo { Lectura, Aviso, AvisoEsperando };
+
+    // Accepts an utterance that has passed its markup check. AvisoEsperando blocks until it has been heard and queues
+    // its Start and Stop afterwards.
+    void Acepta(const ParametrosVoz &voz, std::vector<Tramo> tramos, Modo modo);
+    void Pausa();
+    void Reanuda();
+    void Detiene();  // explicit stop
+    bool EnPausa() const { return m_enPausa; }
+    cLog &Log() { return m_log; }
+
+private:
+    void EventoDeMotor(const EventoMotor &evento) override;  // channel's thread
+
+    struct Interno;
+    std::shared_ptr<Interno> m_interno;  // what queued events refer to; outlives the control by the queue's delay
+
+    CanalVoz &m_canal;
+    cCola &m_cola;
+    cEstadoVoz &m_estado;
+    cLog &m_log;
+    EventosVoz m_eventos;
+    bool m_enPausa = false;
+};
+
+}  // namespace ondalis

@@ -1,0 +1,57 @@
+// A SAPI 5 voice: the token chosen, rate, volume, and Speak with the published flags. Owned by main. Main thread.
+#pragma once
+
+#include <optional>
+
+#include "settings/Fallo.h"
+#include "speech/ControlHabla.h"
+
+namespace ondalis {
+
+// One installed voice with its attributes "Vendor", "Name", "Language" ("40A;C0A").
+struct TokenVoz {
+    QString fabricante;
+    QString nombre;
+    QString lengua;
+    std::string motor;  // engine and voice as the worker knows them
+    std::string voz;
+    bool operator==(const TokenVoz &) const = default;
+    QString GetAttribute(const QString &atributo) const;  // empty for one that it lacks
+};
+
+// The tokens of the machine, frozen for the process. platform fills it from the engine worker; tests write it.
+class ListaTokens {
+public:
+    virtual ~ListaTokens() = default;
+    virtual const std::vector<TokenVoz> &Tokens() const = 0;
+};
+
+class SpVoice : public ControlHabla {
+public:
+    enum Flag : int { Asincrono = 1, Purga = 2, XML = 8, Puntuacion = 64 };
+
+    SpVoice(CanalVoz &canal, const ListaTokens &tokens, cCola &cola, cEstadoVoz &estado, cLog &log);
+
+    // Tokens whose attributes match ("Name=X;Language=C0A"); empty texts give all.
+    std::vector<TokenVoz> GetVoices(const QString &requeridos, const QString &opcionales) const;
+    void SetVoice(const TokenVoz &token) { m_token = token; }
+    const std::optional<TokenVoz> &Voice() const { return m_token; }
+    void SetRate(int rate);  // -10 to 10, clamped
+    int Rate() const { return m_rate; }
+    void SetVolume(int volume);  // 0 to 100, clamped
+    int Volume() const { return m_volume; }
+
+    // Every call purges. Without flag 1 it is a notice: it returns when it has been spoken. Speak("", 2) silences.
+    // Broken markup (flag 8) is the failure 0x80045042: nothing is purged and no event comes.
+    [[nodiscard]] Fallo Speak(const QString &texto, int flags);
+    void Pause() { ControlHabla::Pausa(); }
+    void Resume() { ControlHabla::Reanuda(); }
+
+private:
+    const ListaTokens &m_tokens;
+    std::optional<TokenVoz> m_token;
+    int m_rate = 0;
+    int m_volume = 100;
+};
+
+}  // namespace ondalis
