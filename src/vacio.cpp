@@ -1,0 +1,1 @@
+// Keeps a layer whose sources are still to come linkable.
