@@ -1,10 +1,13 @@
 #include "settings/cCola.h"
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QSocketNotifier>
 #include <QTimer>
+#include <algorithm>
 #include <atomic>
 #include <string>
 #include <thread>
@@ -53,19 +56,22 @@ TEST_F(cColaTest, NothingRunsInsidePon) {
     EXPECT_TRUE(orden.empty());
 }
 
-TEST_F(cColaTest, TimersGetTheirTurnBetweenTwoHandlers) {
-    QTimer otro;
-    QObject::connect(&otro, &QTimer::timeout, [&] {
+TEST_F(cColaTest, TheEventLoopGetsItsTurnsBetweenHandlers) {
+    int extremos[2];
+    ASSERT_EQ(pipe(extremos), 0);
+    QSocketNotifier otro(extremos[0], QSocketNotifier::Read);
+    QObject::connect(&otro, &QSocketNotifier::activated, [&] {
         orden.push_back("otro");
-        otro.stop();
+        otro.setEnabled(false);
     });
-    cola.Pon(Clase::Motor, [&] {
-        orden.push_back("primero");
-        otro.start(0);
-    });
-    Pon(Clase::Motor, "segundo");
+    cola.Pon(Clase::Motor, [&] { EXPECT_EQ(write(extremos[1], "x", 1), 1); });
+    for (int i = 0; i < 50; ++i) Pon(Clase::Motor, "motor");
     Gira();
-    EXPECT_EQ(orden, (Orden{"primero", "otro", "segundo"}));
+    const auto sitio = std::find(orden.begin(), orden.end(), "otro");
+    EXPECT_LT(sitio - orden.begin(), 10);
+    EXPECT_EQ(orden.size(), 51u);
+    close(extremos[0]);
+    close(extremos[1]);
 }
 
 TEST_F(cColaTest, AKeyThatComesDuringAKeyWaitsForItsEnd) {
