@@ -101,6 +101,9 @@ bool cRegistro::Salva(const QString &raiz, const QString &ruta, const QString &s
     QString clave = nombre;
     if (const auto presente = ClavePresente(almacen, seccion, nombre)) {
         clave = *presente;
+        // Accepting a page writes all its settings, most of them unchanged; each write costs a disk's flush.
+        if (almacen.status() == QSettings::NoError && almacen.value(clave) == QVariant(valor) && !valor.isNull())
+            return true;
     } else if (!seccion.isEmpty()) {
         clave = Presente(almacen.childGroups(), seccion).value_or(seccion) + QLatin1Char('/') + nombre;
     }
