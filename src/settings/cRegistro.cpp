@@ -72,7 +72,7 @@ QSettings &cRegistro::Almacen(const QString &raiz, const QString &ruta) {
 void cRegistro::ApartaSiEstaDanado(QSettings &almacen, const QString &procedimiento) {
     if (almacen.status() != QSettings::FormatError || !QFileInfo::exists(almacen.fileName())) return;
     for (int i = 1;; ++i) {
-        const QString copia = QStringLiteral("%1.%2.mal").arg(almacen.fileName()).arg(i);
+        const QString copia = almacen.fileName() + QStringLiteral(".%1.mal").arg(i);
         if (QFileInfo::exists(copia)) continue;
         const bool copiado = QFile::copy(almacen.fileName(), copia);
         m_log.Escribe(procedimiento, (copiado ? QStringLiteral("Configuración dañada, copia en ")

@@ -3,6 +3,7 @@
 
 #include <QFile>
 
+#include "fakes/DiscoLleno.h"
 #include "fakes/RegistroPropio.h"
 #include "settings/PosicionVentana.h"
 #include "settings/cComandosRegistro.h"
@@ -215,9 +216,10 @@ TEST_F(cComandosRegistroTest, ACommandThatDidNotStartStaysForTheNextStart) {
 
 TEST_F(cComandosRegistroTest, WhatCannotBeDeletedIsMarkedDoneAndRunsOnceAllTheSame) {
     Deja("CMD1=uno\nCMD2=dos\n");
-    // A folder where the lock file would be: the store can be read and not written.
-    ASSERT_TRUE(QDir().mkpath(p.FicheroSistema() + ".lock"));
-    EXPECT_EQ(Arranca(), (QStringList{"uno", "dos"}));
+    {
+        const prueba::DiscoLleno lleno;  // the store can be read and not written
+        EXPECT_EQ(Arranca(), (QStringList{"uno", "dos"}));
+    }
     RegistroPropio otro;  // the next start, which has nothing of this one's in memory
     RegistroPropio::Escribe(otro.FicheroSistema(), "[General]\nCMD1=uno\nCMD2=dos\nCMD3=tres\n");
     LanzadorFalso lanzador;

@@ -134,6 +134,7 @@ TEST_F(cGeneralTest, TheVersionPadsARevisionOf0ToTwoZeros) {
 
 TEST_F(cGeneralTest, AnErrorsTextIsItsDescriptionAndNumber) {
     EXPECT_EQ(cGeneral::VBError(Fallo::De(Fallo::FicheroNoEncontrado)), "No se encontró el archivo (53)");
+    EXPECT_EQ(cGeneral::VBError({7, "100%1", 0}), "100%1 (7)");
 }
 
 TEST_F(cGeneralTest, AMessageIsTitledWithTheProgramUnlessToldOtherwise) {
@@ -197,6 +198,8 @@ TEST_F(cGeneralTest, WhereTheUserWaitsTheFailureIsShownAsWell) {
     ASSERT_EQ(mensajes.cajas.size(), 1u);
     EXPECT_EQ(mensajes.cajas[0].texto, "cFormPrincipal.Aceptar_Click: Permiso denegado [70]");
     EXPECT_EQ(p.LineasLog().size(), 1);
+    general.Ejecuta("a.B: ", cGeneral::Aviso::Mensaje, [] { throw ErrorFallo{{7, "100%1", 0}}; });
+    EXPECT_EQ(mensajes.cajas[1].texto, "a.B: 100%1 [7]");
 }
 
 TEST_F(cGeneralTest, NoExceptionCrossesTheBorder) {

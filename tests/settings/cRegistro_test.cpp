@@ -4,6 +4,7 @@
 
 #include <QDateTime>
 
+#include "fakes/DiscoLleno.h"
 #include "fakes/RegistroPropio.h"
 
 namespace ondalis {
@@ -179,6 +180,18 @@ TEST_F(cRegistroTest, StoringWhatIsStoredAlreadyLeavesTheFileAlone) {
     EXPECT_EQ(QFileInfo(p.FicheroUsuario()).lastModified(), entonces);
     EXPECT_TRUE(p.Salva("Voz", "Velocidad", "201"));
     EXPECT_NE(QFileInfo(p.FicheroUsuario()).lastModified(), entonces);
+}
+
+TEST_F(cRegistroTest, AFullDiskLosesNoStoredValue) {
+    ASSERT_TRUE(p.Salva("Voz", "Velocidad", "200"));
+    const QByteArray antes = Lee(p.FicheroUsuario());
+    {
+        const prueba::DiscoLleno lleno;
+        EXPECT_FALSE(p.Salva("Voz", "Velocidad", "210"));
+    }
+    EXPECT_EQ(Lee(p.FicheroUsuario()), antes);
+    EXPECT_TRUE(p.Salva("Voz", "Tono", "100"));
+    EXPECT_EQ(LeeDeNuevo(p, "Voz", "Tono"), "100");
 }
 
 TEST_F(cRegistroTest, AValueThatCouldNotBeStoredIsNotTakenForStored) {
