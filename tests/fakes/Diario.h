@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace ondalis::pruebas {
+namespace ondalis::prueba {
 
 using Lineas = std::vector<std::string>;
 
@@ -28,4 +28,4 @@ private:
     Lineas m_lineas;
 };
 
-}  // namespace ondalis::pruebas
+}  // namespace ondalis::prueba

@@ -11,7 +11,7 @@
 #include "speech/EstadoVoz.h"
 #include "speech/MotorVoz.h"
 
-namespace ondalis::pruebas {
+namespace ondalis::prueba {
 
 class MotorFalso : public MotorVoz {
 public:
@@ -114,4 +114,4 @@ private:
     bool m_pausado = false;
 };
 
-}  // namespace ondalis::pruebas
+}  // namespace ondalis::prueba

@@ -6,7 +6,7 @@
 #include "fakes/Diario.h"
 #include "reader/Portapapeles.h"
 
-namespace ondalis::pruebas {
+namespace ondalis::prueba {
 
 class PortapapelesFalso : public Portapapeles {
 public:
@@ -24,4 +24,4 @@ private:
     Diario &m_diario;
 };
 
-}  // namespace ondalis::pruebas
+}  // namespace ondalis::prueba

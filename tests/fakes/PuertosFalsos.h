@@ -4,7 +4,7 @@
 #include "fakes/Diario.h"
 #include "reader/Puertos.h"
 
-namespace ondalis::pruebas {
+namespace ondalis::prueba {
 
 inline QString SiNo(bool valor) { return valor ? QStringLiteral("si") : QStringLiteral("no"); }
 
@@ -114,4 +114,4 @@ private:
     Diario &m_diario;
 };
 
-}  // namespace ondalis::pruebas
+}  // namespace ondalis::prueba
