@@ -42,6 +42,8 @@ void cFormPrincipal::IniciaLectura(std::int32_t tipo) {
         fallo = Fallo::De(Fallo::SinMemoria);
     } catch (const std::exception &error) {
         fallo = Fallo::De(Fallo::LlamadaNoValida, QString::fromUtf8(error.what()));
+    } catch (...) {
+        fallo = Fallo::De(Fallo::LlamadaNoValida);
     }
     if (fallo) InformaFalloDeLectura(fallo);
     IconoTrasInicio();
