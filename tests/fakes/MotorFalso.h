@@ -1,6 +1,6 @@
-// An engine without sound that raises Start, Word and Stop as the speech controls promise: Start only through the queue,
-// Stop inside the call that silences or purges, under the state of the speech that it ends. The test says when a word is
-// heard and when the text has been spoken.
+// An engine without sound that raises Start, Word and Stop as the speech controls promise: Start only through the
+// queue, Stop inside the call that silences or purges, under the state of the speech that it ends. The test says when a
+// word is heard and when the text has been spoken.
 #pragma once
 
 #include <memory>
