@@ -12,6 +12,7 @@ namespace ondalis {
 
 inline constexpr double kVolumenMaximoBarra = 65535;      // \Vol= of this value is gain 1
 inline constexpr double kPausaMaximaMs = 60 * 60 * 1000;  // longer pauses of any dialect saturate here
+inline constexpr std::size_t kMaxRequisitoVoz = 256;      // units; a longer requirement is cut there
 
 // No tags at all: the text as it stands. Empty text: no span.
 std::vector<Tramo> TextoLlano(std::u16string_view texto);
