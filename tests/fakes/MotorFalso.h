@@ -3,7 +3,7 @@
 // word is heard and when the text has been spoken.
 #pragma once
 
-#include <memory>
+#include <algorithm>
 #include <optional>
 
 #include "fakes/Diario.h"
@@ -27,7 +27,7 @@ public:
     void Selecciona() override { Anota(QStringLiteral("Selecciona")); }
     void FijaVelocidad(int v) override {
         Anota(QStringLiteral("FijaVelocidad(%1)").arg(v));
-        velocidad = v;
+        velocidad = std::min(v, velocidadMaxima);
     }
     void FijaVolumen(int v) override { Anota(QStringLiteral("FijaVolumen(%1)").arg(v)); }
     void FijaAvanzados() override { Anota(QStringLiteral("FijaAvanzados")); }
@@ -83,6 +83,7 @@ public:
 
     Fallo rechazo;  // what the next speech answers, once
     int velocidad = 0;
+    int velocidadMaxima = 1000;  // the engine's own limit
 
 private:
     void Anota(const QString &llamada) { m_diario.Anota(QStringLiteral("motor.") + llamada); }

@@ -67,12 +67,18 @@ private:
         {QStringLiteral("eSpeak NG"), QStringLiteral("Español"), QStringLiteral("40A;C0A"), "espeak", "es"}};
 };
 
+class VocesDelEquipo : public cVoces {
+public:
+    VocesDelEquipo(cLog &log, const ListaTokens &tokens) : cVoces(log) {
+        ChequeaSAPI5Compatible([] { return true; });
+        RecogeVocesEquipo(&tokens, false, {});
+    }
+};
+
 class PruebaLector : public testing::Test {
 protected:
     PruebaLector() {
         LiberaMemDicc();
-        voces.ChequeaSAPI5Compatible([] { return true; });
-        voces.RecogeVocesEquipo(&tokens, false, {});
         opcTipoLectura.SetIgnoraMiniTexto(false);
         motor.SetEventos(principal.Eventos());
     }
@@ -141,8 +147,8 @@ protected:
     cCola cola;
     cRegistro &registro = almacen.Registro();
     cOpcGeneral opcGeneral{registro, log};
-    cVoces voces{log};
     ListaTokensFija tokens;
+    VocesDelEquipo voces{log, tokens};
     cOpcVoz opcVoz{registro, log, voces, true};
     cOpcTipoLectura opcTipoLectura{registro, log};
     cOpcGrabar opcGrabar{registro, log, QStringLiteral("/x/Lectura.wav")};
