@@ -14,9 +14,9 @@ namespace {
 std::atomic<std::uint64_t> g_ultimoNumero{0};
 
 // How long a waiting notice may take at the very most. Two seconds a character is several times what the slowest voice
-// needs to spell it; the rest is for a worker that has to be started again.
-int LimiteEspera(const std::vector<Tramo> &tramos) {
-    double ms = 30'000;
+// needs to spell it.
+int LimiteEspera(const std::vector<Tramo> &tramos, int margenMs) {
+    double ms = margenMs;
     for (const Tramo &tramo : tramos) {
         if (tramo.tipo == TipoTramo::Texto) ms += 2000.0 * static_cast<double>(tramo.texto.size());
         if (tramo.tipo == TipoTramo::Pausa) ms += std::max(0.0, tramo.valor);
@@ -60,7 +60,7 @@ void ControlHabla::Acepta(const ParametrosVoz &voz, std::vector<Tramo> tramos, M
                              : m_estado.valor == cEstadoVoz::Remota ? cEstadoVoz::Remota
                                                                     : cEstadoVoz::Lectura;
     const std::uint64_t numero = ++g_ultimoNumero;
-    const int limiteMs = modo == Modo::AvisoEsperando ? LimiteEspera(tramos) : 0;
+    const int limiteMs = modo == Modo::AvisoEsperando ? LimiteEspera(tramos, m_margenEsperaMs) : 0;
     m_actual = Emision{numero, rol, aviso};
     // Queued before the channel knows of it: no Word and no End can be ahead of it.
     m_cola.Pon(cCola::Clase::Inicio, [interno = m_interno, numero] {

@@ -61,6 +61,8 @@ protected:
     bool EnPausa() const { return m_enPausa && !m_reanudaPendiente; }
     bool EnCurso() const { return m_actual.has_value(); }  // its Stop hasn't been raised yet
     cLog &Log() { return m_log; }
+    // What a waiting notice may take beyond two seconds a character before it is given up and logged.
+    void SetMargenEspera(int milisegundos) { m_margenEsperaMs = milisegundos; }
 
 private:
     void EventoDeMotor(const EventoMotor &evento) override;  // channel's thread
@@ -92,6 +94,7 @@ private:
     std::optional<Emision> m_actual;  // the one whose Stop is still owed
     bool m_enPausa = false;           // the channel is paused; Words and Stop are held back
     bool m_reanudaPendiente = false;
+    int m_margenEsperaMs = 30'000;     // a worker may have to be started again meanwhile
     std::uint64_t m_turnoReanuda = 0;  // tells a deferred resume that it has been overtaken
 };
 

@@ -9,7 +9,7 @@
 
 #include "engine/CanalVoz.h"
 
-namespace ondalis {
+namespace ondalis::prueba {
 
 class CanalGuionado : public CanalVoz {
 public:
@@ -28,7 +28,7 @@ public:
     }
     void Pausa() override {
         ordenes.push_back("pausa");
-        enPausa = sonando;
+        enPausa = true;
     }
     void Reanuda() override {
         ordenes.push_back("reanuda");
@@ -80,4 +80,4 @@ private:
     OyenteMotor *m_oyente = nullptr;
 };
 
-}  // namespace ondalis
+}  // namespace ondalis::prueba
