@@ -293,11 +293,16 @@ TEST_F(LecturaIntegrada, TheSessionNeverWaitsForAnEngineThatOwesNothing) {
         std::mt19937 azar(20240 + sapi);
         int copias = 0;
         for (int paso = 0; paso < 3000; ++paso) {
-            switch (azar() % 6) {
+            switch (azar() % 7) {
                 case 0: Lee(m_texto.repeated(1 + azar() % 4) + QString::number(++copias)); break;
                 case 1: Palabra(azar() % 20); break;
-                case 2: Fin(); break;
+                case 2:
+                    if (!Canal().enPausa) Fin();  // a paused engine has no last sample
+                    break;
                 case 3: PonTic(); break;
+                case 4:
+                    cola.Pon(cCola::Clase::Orden, [this] { principal.DiAviso(QStringLiteral("aviso")); });
+                    break;
                 default: PonTecla(comandos[azar() % std::size(comandos)]); break;
             }
             if (azar() % 3 != 0) continue;  // often several things meet in the queue
