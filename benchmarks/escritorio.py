@@ -141,7 +141,7 @@ def los_otros():
             t = time.monotonic()
             p.kill()
             p.wait()
-            m = b.silencio_desde(t, t + 0.6)
+            m = b.silencio_desde(t, t + 0.6, 0.02)
             if m is not None:
                 calla.append(m)
             b.espera_silencio(0.3)

@@ -204,12 +204,13 @@ class Banco:
         oidas = self.oye_palabras()
         return oidas[-1].fin if oidas else None
 
-    def silencio_desde(self, t, hasta):
-        """Seconds from `t` to the last sample heard before `hasta`; None when it was silent already at t."""
+    def silencio_desde(self, t, hasta, cerca=0.0):
+        """Seconds from `t` to the last sample heard before `hasta`; None when it was silent already at t, or 0 when the
+        sound had ended less than `cerca` before."""
         oidas = self.oye_palabras(t - 0.3, hasta)
-        if not oidas or oidas[-1].fin <= t:
+        if not oidas or oidas[-1].fin <= t - cerca:
             return None
-        return oidas[-1].fin - t
+        return max(0.0, oidas[-1].fin - t)
 
     def calla(self, segundos):
         """Fails if anything is heard for so long from now."""
