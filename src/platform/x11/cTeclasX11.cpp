@@ -12,7 +12,8 @@ namespace ondalis {
 
 namespace {
 constexpr std::uint32_t kControlAlt = 3;
-constexpr int kEsperaMapaMs = 20;  // a new keymap comes as a row of events
+constexpr xcb_timestamp_t kMayorRepeticionMs = 3000;  // no keyboard waits so long before it repeats a key
+constexpr int kEsperaMapaMs = 20;                     // a new keymap comes as a row of events
 }  // namespace
 
 cTeclasX11::cTeclasX11(cLog &log, int reintentoMs)
@@ -217,8 +218,8 @@ void cTeclasX11::Evento(const xcb_generic_event_t &evento) {
         const auto &tecla = reinterpret_cast<const xcb_key_press_event_t &>(evento);
         Aprieta(tecla.detail, tecla.state, tecla.time, true);
     } else if (tipo == XCB_KEY_RELEASE) {
-        // With raw events at hand only those tell a true release.
-        if (m_codigoXinput == 0) m_apretadas.erase(reinterpret_cast<const xcb_key_release_event_t &>(evento).detail);
+        // While our own grab is active the server sends no raw events, so the release comes this way.
+        m_apretadas.erase(reinterpret_cast<const xcb_key_release_event_t &>(evento).detail);
     } else if (tipo == XCB_MAPPING_NOTIFY) {
         m_remapeo.start();
     } else if (tipo == XCB_GE_GENERIC) {
@@ -253,9 +254,14 @@ void cTeclasX11::EventoXinput(const xcb_generic_event_t &evento) {
 void cTeclasX11::Aprieta(std::uint8_t codigo, std::uint16_t estado, xcb_timestamp_t momento, bool deCaptura) {
     const auto apretada = m_apretadas.find(codigo);
     if (apretada != m_apretadas.end()) {
-        const bool doble = deCaptura && apretada->second.momento == momento;
-        if (!doble && m_pulsada) m_pulsada(apretada->second.identificador, true);
-        return;
+        if (deCaptura && apretada->second.momento == momento) return;
+        const bool repeticion = momento - apretada->second.momento < kMayorRepeticionMs;
+        apretada->second.momento = momento;
+        if (repeticion) {
+            if (m_pulsada) m_pulsada(apretada->second.identificador, true);
+            return;
+        }
+        m_apretadas.erase(apretada);  // its release was lost, as behind a switch of terminals
     }
     const int identificador = Busca(codigo, estado);
     if (identificador == 0) return;
