@@ -6,6 +6,7 @@
 #include <random>
 
 #include "ControlDePrueba.h"
+#include "fakes/TokensFalsos.h"
 
 namespace ondalis::prueba {
 namespace {
@@ -42,7 +43,8 @@ public:
         m_quieto = true;
         while (m_control.EnCurso() && !testing::Test::HasFailure()) {
             m_control.Reanuda();
-            m_banco.canal.Fin();
+            m_pausado = false;
+            if (!m_finDicho) Fin();  // one that was said and held back must not get lost
             Entrega();
         }
         Entrega();
@@ -57,6 +59,7 @@ public:
 
 private:
     static constexpr int kOperaciones = 20;
+    static constexpr std::int32_t kTardia = 1000;  // a position that no word of a living utterance has
     enum class Llamada { Ninguna, Acepta, Detiene, Entrega };
 
     // What the running call may raise, for as long as it lives.
@@ -84,21 +87,28 @@ private:
             case 4: {
                 const Marco marco(*this, Llamada::Detiene);
                 m_estadoAntes = m_banco.estado.valor;
+                m_pausado = false;
                 m_control.Detiene();
                 break;
             }
-            case 5: m_control.Pausa(); break;
-            case 6: m_control.Reanuda(); break;
+            case 5:
+                m_pausado = m_abierta;
+                m_control.Pausa();
+                break;
+            case 6:
+                m_pausado = false;
+                m_control.Reanuda();
+                break;
             case 7: m_banco.estado.valor = m_azar.Hasta(5); break;
             case 8:
             case 9:
             case 10:
             case 11:
             case 12: canal.Palabra(static_cast<std::uint32_t>(m_azar.Hasta(40))); break;
-            case 13: canal.Fin(); break;
+            case 13: Fin(); break;
             case 14:  // late news of an earlier utterance
                 if (m_azar.Uno(2))
-                    canal.Palabra(3, canal.Numero() - 1);
+                    canal.Palabra(kTardia, canal.Numero() - 1);
                 else
                     canal.Fin(canal.Numero() - 1);
                 break;
@@ -110,6 +120,7 @@ private:
     void Habla(ControlDePrueba::Modo modo) {
         const Marco marco(*this, Llamada::Acepta);
         m_modo = modo;
+        m_pausado = false;
         m_control.Acepta({}, ControlDePrueba::TextoDePrueba(), modo);
         if (modo != ControlDePrueba::Modo::Lectura) {
             EXPECT_EQ(m_banco.estado.valor, cEstadoVoz::Aviso);
@@ -123,11 +134,17 @@ private:
         m_empezada = false;
         ++m_aceptadas;
         m_ultima = -1;
+        m_finDicho = false;
+        m_pausado = false;
         m_aviso = m_modo != ControlDePrueba::Modo::Lectura;
         m_rol = m_aviso ? 1 : m_banco.estado.valor == 4 ? 4 : 0;
-        if (m_modo == ControlDePrueba::Modo::AvisoEsperando) m_banco.canal.Fin();  // else the call would wait
+        if (m_modo == ControlDePrueba::Modo::AvisoEsperando) Fin();  // else the call would wait
     }
 
+    void Fin() {
+        m_finDicho = true;
+        m_banco.canal.Fin();
+    }
     void Entrega() {
         const Marco marco(*this, Llamada::Entrega);
         if (m_azar.Uno(4))
@@ -145,7 +162,8 @@ private:
     void OyeWord(std::int32_t pos) {
         EXPECT_TRUE(m_abierta && m_empezada);
         EXPECT_FALSE(m_aviso);
-        EXPECT_FALSE(m_banco.canal.enPausa);
+        EXPECT_FALSE(m_banco.canal.enPausa || m_pausado);
+        EXPECT_NE(pos, kTardia);
         EXPECT_GE(pos, m_ultima);
         m_ultima = pos;
         ++m_palabras;
@@ -155,7 +173,9 @@ private:
         EXPECT_TRUE(m_abierta) << "a Stop too many";
         EXPECT_FALSE(m_banco.canal.enPausa);
         if (m_llamada == Llamada::Entrega) {
+            EXPECT_FALSE(m_pausado);
             EXPECT_TRUE(m_empezada) << "an end before its Start";
+            EXPECT_TRUE(m_finDicho) << "an end that the engine hasn't said";
         }
         if (m_llamada == Llamada::Acepta) {
             EXPECT_EQ(m_banco.estado.valor, m_rol);
@@ -189,6 +209,8 @@ private:
     bool m_abierta = false;
     bool m_empezada = false;
     bool m_aviso = false;
+    bool m_finDicho = false;
+    bool m_pausado = false;
     bool m_quieto = false;
     int m_hondura = 0;
     int m_pasos = 0;
@@ -333,6 +355,9 @@ private:
         } else {
             ++m_pausas;
             m_leyendo = false;
+            // What the engine said before the pause reached it.
+            if (m_banco.canal.sonando && m_azar.Uno(3)) m_banco.canal.Palabra(++m_siguiente);
+            if (m_banco.canal.sonando && m_azar.Uno(6)) m_banco.canal.Fin();
             m_control.Pausa();
             m_enPausa = true;
         }
@@ -408,6 +433,51 @@ TEST_P(SemillasTest, TheSessionAlwaysComesToRestInBothFamilies) {
         EXPECT_GT(sesion.Pausas(), 200);
         EXPECT_GT(sesion.Avisos(), 500);
     }
+}
+
+// The SAPI 5 control with its own ways of being called: refused markup and the empty text that silences among them.
+TEST_P(SemillasTest, ARefusedSpeechRaisesNothingAndEachAcceptedOneExactlyOneStop) {
+    Azar azar(GetParam());
+    Banco banco;
+    const TokensFalsos tokens(TokensFalsos::Tres());
+    SpVoice voz(banco.canal, tokens, banco.cola, banco.estado, banco.registro.Log());
+    std::size_t paradas = 0, rechazadas = 0;
+    EventosVoz eventos;
+    eventos.alTerminar = [&paradas] { ++paradas; };
+    voz.SetEventos(eventos);
+    for (int paso = 0; paso < 100'000 && !HasFailure(); ++paso) {
+        SCOPED_TRACE("semilla " + std::to_string(GetParam()) + " paso " + std::to_string(paso));
+        const std::size_t aceptadas = banco.canal.locuciones.size();
+        const std::size_t antes = paradas;
+        banco.canal.alHablar = nullptr;
+        switch (azar.Hasta(9)) {
+            case 0: EXPECT_FALSE(voz.Speak(QStringLiteral("AT&T <b>"), azar.Uno(2) ? 11 : 75)); break;
+            case 1: EXPECT_FALSE(voz.Speak(QString(), 11)); break;
+            case 2:
+                EXPECT_TRUE(voz.Speak(QStringLiteral("<rate speed='x'>"), 11));
+                EXPECT_EQ(banco.canal.locuciones.size(), aceptadas);
+                EXPECT_EQ(paradas, antes);
+                ++rechazadas;
+                break;
+            case 3:
+                banco.canal.alHablar = [&banco] { banco.canal.Fin(); };
+                EXPECT_FALSE(voz.Speak(QStringLiteral("aviso"), 2));
+                break;
+            case 4:
+                EXPECT_FALSE(voz.Speak(QString(), 2));
+                EXPECT_EQ(banco.canal.locuciones.size(), aceptadas);
+                EXPECT_EQ(paradas, banco.canal.locuciones.size());  // silence: none is owed any more
+                break;
+            case 5: voz.Pause(); break;
+            case 6: voz.Resume(); break;
+            case 7: banco.canal.Fin(); break;
+            default: banco.cola.DejaCorrer(); break;
+        }
+        EXPECT_GE(banco.canal.locuciones.size(), paradas);
+        EXPECT_LE(banco.canal.locuciones.size(), paradas + 1);
+    }
+    EXPECT_GT(banco.canal.locuciones.size(), 20'000u);
+    EXPECT_GT(rechazadas, 5'000u);
 }
 
 INSTANTIATE_TEST_SUITE_P(ControlHabla, SemillasTest, testing::Values(1u, 20'011u, 987'654'321u));
