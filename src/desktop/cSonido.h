@@ -29,6 +29,10 @@ public:
     // The resource's bytes; empty when there is none.
     static QByteArray Recurso(const QString &nombre);
 
+protected:
+    // Plays that sample in the same way; an empty one is silence.
+    void Toca(const QByteArray &wav);
+
 private:
     SalidaSonido &m_salida;
     cCola &m_cola;

@@ -4,6 +4,7 @@
 #include <QString>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <vector>
 
 #include "keys/TeclasSistema.h"
@@ -24,13 +25,15 @@ public:
 
     cTecla(TeclasSistema &teclas, cCola &cola, cLog &log);
     ~cTecla();  // releases every key still held
+    cTecla(const cTecla &) = delete;
+    cTecla &operator=(const cTecla &) = delete;
 
     // Any nonzero handle; until then every other operation does nothing.
     void Init(std::uintptr_t ventana);
     void AddTecla(std::int32_t modificador, std::int16_t tecla, const QString &nombre);
     bool Registrada(std::int32_t modificador, std::int16_t tecla, const QString &nombre) const;
     void BorraTecla(const QString &nombre);
-    // The main loop: returns after Termina.
+    // The main loop: returns after Termina, or when a handler of HotKeyPulsada has let an error out (logged).
     void EsperaTeclas();
     void Termina();
 
@@ -45,6 +48,8 @@ public:
 
 private:
     void Pulsada(int identificador, bool repetida);
+    void Entrega(int fila);
+    void Abandona(const Fallo &fallo);
 
     TeclasSistema &m_sistema;
     cCola &m_cola;
@@ -52,7 +57,8 @@ private:
     std::uintptr_t m_ventana = 0;
     bool m_esperando = false;
     std::vector<RegistroTecla> m_teclas{1};
-    std::vector<int> m_enEspera;  // identifiers of repeats that wait in the queue
+    std::vector<int> m_enEspera;                            // rows of presses that wait in the queue
+    std::shared_ptr<int> m_vivo = std::make_shared<int>();  // a press may be delivered after our end
     std::function<void(const QString &)> m_manejador;
     std::function<bool(const QString &)> m_repetible;
 };

@@ -3,15 +3,16 @@
 #pragma once
 
 #include <QString>
-#include <functional>
 #include <map>
+#include <optional>
 #include <span>
 
 #include "settings/cRegistro.h"
 
 namespace ondalis {
 
-enum class FormaOpcion { Booleano, Entero, Texto, BooleanoComoCifra };
+// How a value is stored: True and False; whole number; text; a boolean as "1" and "0"; single-precision number.
+enum class FormaOpcion { Booleano, Entero, Texto, BooleanoComoCifra, Decimal };
 
 struct FilaOpcion {
     const char *control;
@@ -39,8 +40,14 @@ protected:
     int Entero(const char *control) const;
     void SetEntero(const char *control, int valor);
 
-    // Stored text of the row in the form's terms, or nothing when absent or senseless (the latter is logged).
+    // Row of a control; an unknown control is a programmer's mistake.
+    const FilaOpcion &Fila(const char *control) const;
+    // Stored text of the row as a tag ("1" and "0" for both forms of boolean), or nothing when absent or senseless (the
+    // latter is logged).
     std::optional<QString> LeeFila(const FilaOpcion &fila);
+    // The same for a whole number; outside the limits it is senseless too.
+    std::optional<int> LeeEntero(const FilaOpcion &fila, int minimo, int maximo);
+    // Stores `valor`, a tag, in the row's form. False when it could not be stored.
     bool SalvaFila(const FilaOpcion &fila, const QString &valor);
     // The plain loading and saving of a page all of whose rows are simple: design values, then the stored ones.
     void CargaFilas();
@@ -50,6 +57,8 @@ protected:
     cLog &m_log;
 
 private:
+    void AnotaSinSentido(const FilaOpcion &fila);
+
     std::span<const FilaOpcion> m_filas;
     QString m_objeto;
     std::map<QString, QString> m_tags;

@@ -4,6 +4,9 @@
 #include <QDeadlineTimer>
 #include <QEvent>
 #include <QTimer>
+#include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace ondalis {
 
@@ -44,7 +47,9 @@ void cCola::Pon(Clase clase, std::function<void()> accion) {
 void cCola::PideEntrega() {
     {
         const std::lock_guard cerrojo(m_cerrojo);
-        if (m_pedida || m_cerrada) return;
+        const bool nada = std::all_of(std::begin(m_pendientes), std::end(m_pendientes),
+                                      [](const auto &cola) { return cola.empty(); });
+        if (m_pedida || m_cerrada || nada) return;
         m_pedida = true;
     }
     QCoreApplication::postEvent(this, new QEvent(kEntrega), Qt::HighEventPriority);
@@ -57,23 +62,28 @@ bool cCola::event(QEvent *evento) {
             m_pedida = false;
         }
         // One handler an event: the window system and the timers get their turn between two of ours.
-        if (EntregaUno()) PideEntrega();
+        EntregaUno();
         return true;
     }
-    return evento->type() == kDespierta || QObject::event(evento);
+    if (evento->type() == kDespierta) {
+        PideEntrega();  // a modal window may have opened: what waited for it may be delivered
+        return true;
+    }
+    return QObject::event(evento);
 }
 
 bool cCola::EntregaUno() {
     if (m_retenciones > 0) return false;
     const bool modal = m_hayModal && m_hayModal();
     std::function<void()> accion;
+    std::deque<std::function<void()>> caidos;  // dropped ones die outside the lock
     int clase = 0;
     {
         const std::lock_guard cerrojo(m_cerrojo);
         for (; clase < NumClases; ++clase) {
             auto &cola = m_pendientes[clase];
-            if (clase == static_cast<int>(Clase::Tecla) && m_teclasEnCurso > 0 && !modal) continue;
-            if (clase == static_cast<int>(Clase::Tic) && m_ticsEnCurso > 0 && !modal) cola.clear();
+            if (clase == static_cast<int>(Clase::Tecla) && m_profundidad > 0 && !modal) continue;
+            if (clase == static_cast<int>(Clase::Tic) && m_ticsEnCurso > 0 && !modal) caidos.swap(cola);
             if (cola.empty()) continue;
             accion = std::move(cola.front());
             cola.pop_front();
@@ -84,7 +94,6 @@ bool cCola::EntregaUno() {
     {
         int ninguno = 0;
         const Nivel manejador(m_profundidad);
-        const Nivel tecla(clase == static_cast<int>(Clase::Tecla) ? m_teclasEnCurso : ninguno);
         const Nivel tic(clase == static_cast<int>(Clase::Tic) ? m_ticsEnCurso : ninguno);
         accion();
     }
@@ -114,11 +123,15 @@ void cCola::AlTerminar(std::function<void()> accion) {
 
 bool cCola::EsperaBloqueando(const std::function<bool()> &listo, int limiteMs) {
     const Retencion retencion(*this);
-    const QDeadlineTimer plazo = limiteMs < 0 ? QDeadlineTimer(QDeadlineTimer::Forever) : QDeadlineTimer(limiteMs);
+    const QDeadlineTimer plazo =
+        limiteMs < 0 ? QDeadlineTimer(QDeadlineTimer::Forever) : QDeadlineTimer(limiteMs, Qt::PreciseTimer);
     QTimer alarma;  // ends the wait for events at the deadline
-    if (limiteMs >= 0) alarma.start(limiteMs);
+    alarma.setSingleShot(true);
+    alarma.setTimerType(Qt::PreciseTimer);
     while (!listo()) {
         if (plazo.hasExpired()) return listo();
+        // Armed anew on each pass: one that came a moment too early must not cost a whole interval more.
+        if (limiteMs >= 0) alarma.start(static_cast<int>(plazo.remainingTime()) + 1);
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
     }
     return true;
@@ -127,9 +140,10 @@ bool cCola::EsperaBloqueando(const std::function<bool()> &listo, int limiteMs) {
 void cCola::Despierta() { QCoreApplication::postEvent(this, new QEvent(kDespierta), Qt::HighEventPriority); }
 
 void cCola::Cierra() {
+    std::deque<std::function<void()>> caidos[NumClases];  // they die outside the lock
     const std::lock_guard cerrojo(m_cerrojo);
     m_cerrada = true;
-    for (auto &cola : m_pendientes) cola.clear();
+    for (int clase = 0; clase < NumClases; ++clase) caidos[clase].swap(m_pendientes[clase]);
 }
 
 }  // namespace ondalis

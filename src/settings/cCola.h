@@ -21,7 +21,7 @@ public:
     explicit cCola(QObject *padre = nullptr);
     ~cCola() override;
 
-    // Queues `accion`; it runs from the event loop or from DejaCorrer. A Tecla waits while the handler of another one
+    // Queues `accion`; it runs from the event loop or from DejaCorrer. A Tecla waits while any handler of this queue
     // runs, unless a modal window is open; a Tic that would run inside another Tic is dropped, with the same exception.
     void Pon(Clase clase, std::function<void()> accion);
 
@@ -35,7 +35,8 @@ public:
     // or a wake-up (Despierta) comes. Nothing of the queue is delivered meanwhile, user input waits, but windows are
     // painted and the X server and the bus are answered. Returns what `listo` said last.
     bool EsperaBloqueando(const std::function<bool()> &listo, int limiteMs);
-    // Makes EsperaBloqueando ask again. Any thread.
+    // Makes EsperaBloqueando ask again, and what may be delivered by now be delivered: who opens a modal window inside
+    // a handler calls it for the keys that waited. Any thread.
     void Despierta();
 
     // While one lives nothing is delivered; what comes waits.
@@ -58,7 +59,7 @@ public:
     void SetHayModal(std::function<bool()> hayModal) { m_hayModal = std::move(hayModal); }
     void SetRepinta(std::function<void()> repinta) { m_repinta = std::move(repinta); }
 
-    // Drops everything and accepts nothing more: the end of the program.
+    // Drops all that is queued and accepts nothing more: the end of the program. AlTerminar still works.
     void Cierra();
 
 protected:
@@ -75,7 +76,6 @@ private:
     bool m_cerrada = false;  // under m_cerrojo
     int m_retenciones = 0;
     int m_profundidad = 0;
-    int m_teclasEnCurso = 0;
     int m_ticsEnCurso = 0;
     std::vector<std::function<void()>> m_alTerminar;
     std::function<bool()> m_hayModal;

@@ -41,8 +41,9 @@ public:
     static QString VBError(const Fallo &fallo);          // description (number)
 
     enum class Aviso { SoloLog, Mensaje };
-    // Runs a procedure's body at its border: a failure thrown or returned by `cuerpo` is logged under `objeto` +
-    // ".Procedimiento: " and, with Aviso::Mensaje, shown. True when there was none.
+    // Runs a procedure's body at its border: what `cuerpo` throws (ErrorFallo, any other exception) is logged under
+    // `procedimiento` ("cFormPrincipal.Aceptar_Click: ") with the line as extra text and, with Aviso::Mensaje, shown.
+    // True when nothing was thrown.
     bool Ejecuta(const QString &procedimiento, Aviso aviso, const std::function<void()> &cuerpo);
 
     cLog &Log() { return m_log; }

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 #include <memory>
 #include <optional>
@@ -14,10 +15,14 @@ class QSettings;
 
 namespace ondalis {
 
-// Company and title: they make the route of every setting ("Ferrano\Ondalis") and the titles of messages.
+// Company, title and version; the first two make the route of every setting ("Ferrano\Ondalis") and the titles of
+// messages.
 struct Producto {
     static constexpr const char *Empresa = "Ferrano";
     static constexpr const char *Titulo = "Ondalis";
+    static constexpr int VersionMayor = 1;
+    static constexpr int VersionMenor = 0;
+    static constexpr int Revision = 0;
     static QString Ruta() { return QStringLiteral("Ferrano\\Ondalis"); }
 };
 
@@ -34,21 +39,33 @@ public:
     // The stored text without NULs; `defecto` as text when the value is absent. Booleans turn into True and False.
     QString Lee(const QString &raiz, const QString &ruta, const QString &seccion, const QString &nombre,
                 const QVariant &defecto = {});
-    // Without `seccion` the whole route, with it the section, with `nombre` too the one value. False when there was
-    // none.
+    // The stored text without NULs, or nothing when the value is absent or can't be text.
+    std::optional<QString> Busca(const QString &raiz, const QString &ruta, const QString &seccion,
+                                 const QString &nombre);
+    // Without `seccion` the route, with it the section, with `nombre` too the one value. False when there was none, or
+    // when it isn't gone; a route or section that holds further sections is refused, not walked.
     bool Borra(const QString &raiz, const QString &ruta, const std::optional<QString> &seccion = {},
                const std::optional<QString> &nombre = {});
 
+    // `comando` as a desktop entry's Exec has it: ComandoAutoarranque makes it.
     void SalvaAutoarranque(const QString &nombre, const QString &comando);
     bool BorraAutoarranque(const QString &nombre);
+    // An entry that is hidden, switched off by the desktop, or without a command counts as absent.
     bool GetAutoarranque(const QString &nombre);
+    // Executable and arguments quoted for SalvaAutoarranque.
+    static QString ComandoAutoarranque(const QStringList &argumentos);
 
     // The inverse of how booleans are written: True and False, also 1, 0, -1, blind to case; anything else is nothing.
     static std::optional<bool> ABooleano(const QString &texto);
     static QString DeBooleano(bool valor);
+    // How a default of any simple type turns into text.
+    static QString ATexto(const QVariant &valor);
 
 private:
     QSettings &Almacen(const QString &raiz, const QString &ruta);
+    bool Guarda(const QString &raiz, const QString &ruta, const QString &procedimiento);
+    void ApartaSiEstaDanado(QSettings &almacen, const QString &procedimiento);
+    QString FicheroAutoarranque(const QString &nombre) const;
 
     cLog &m_log;
     QString m_carpetaAutoarranque;

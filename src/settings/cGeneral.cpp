@@ -1,0 +1,108 @@
+#include "settings/cGeneral.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <exception>
+#include <new>
+
+#include "settings/cRegistro.h"
+
+namespace ondalis {
+
+cGeneral::cGeneral(cLog &log, Mensajes &mensajes, PrioridadProceso &prioridad)
+    : m_log(log), m_mensajes(mensajes), m_prioridad(prioridad) {}
+
+bool cGeneral::GetParam(const QString &linea, const QString &parametro, QString *valor) {
+    const QString opcion = QLatin1Char('-') + parametro;
+    const qsizetype sitio = linea.indexOf(opcion, 0, Qt::CaseInsensitive);
+    if (sitio < 0) return false;
+    if (valor) {
+        const qsizetype desde = sitio + opcion.size() + 1;
+        const qsizetype hasta = linea.indexOf(QLatin1Char('-'), desde);
+        *valor = linea.mid(desde, hasta < 0 ? -1 : hasta - desde).trimmed();
+    }
+    return true;
+}
+
+void cGeneral::SetPrioridadAlta(bool alta) {
+    const QString procedimiento = QStringLiteral("cGeneral.SetPrioridadAlta: ");
+    if (!m_prioridad.SetClase(alta))
+        m_log.Escribe(procedimiento, QStringLiteral("SetPriorityClass: Imposible establecer la prioridad necesaria."));
+    if (!m_prioridad.SetHilo(alta))
+        m_log.Escribe(procedimiento, QStringLiteral("SetThreadPriority: Imposible establecer la prioridad necesaria."));
+}
+
+bool cGeneral::VMsg(const QString &texto, bool pregunta, bool defectoSi, const QString &titulo) {
+    return m_mensajes.Muestra(texto, pregunta, defectoSi,
+                              titulo.isEmpty() ? QString::fromLatin1(Producto::Titulo) : titulo);
+}
+
+QString cGeneral::DirectorioWindowsTemp() {
+    const QString carpeta = QDir::tempPath();
+    return carpeta.endsWith(QLatin1Char('/')) ? carpeta : carpeta + QLatin1Char('/');
+}
+
+bool cGeneral::ExisteFichero(const QString &ruta) { return QFileInfo(ruta).isFile(); }
+
+QString cGeneral::GetRutaFich(const QString &ruta) { return ruta.left(ruta.lastIndexOf(QLatin1Char('/')) + 1); }
+
+bool cGeneral::BorraFichero(const QString &ruta) { return !ExisteFichero(ruta) || QFile::remove(ruta); }
+
+QString cGeneral::GetCampo(const QString &cadena, int campo, const QString &separador) {
+    if (cadena.isEmpty() || separador.isEmpty() || campo < 1) return {};
+    qsizetype desde = 0;
+    for (int i = 1; i < campo; ++i) {
+        const qsizetype sitio = cadena.indexOf(separador, desde);
+        if (sitio < 0) return {};
+        desde = sitio + separador.size();
+    }
+    const qsizetype hasta = cadena.indexOf(separador, desde);
+    return cadena.mid(desde, hasta < 0 ? -1 : hasta - desde);
+}
+
+int cGeneral::NroSeparadores(const QString &cadena, const QString &separador) {
+    if (separador.isEmpty()) return 0;
+    int cuenta = 0;
+    for (qsizetype sitio = cadena.indexOf(separador); sitio >= 0;
+         sitio = cadena.indexOf(separador, sitio + separador.size()))
+        ++cuenta;
+    return cuenta;
+}
+
+QString cGeneral::MiVersion(const QString &separador) {
+    return QStringLiteral("%1%2%3%4%5")
+        .arg(Producto::VersionMayor)
+        .arg(separador)
+        .arg(Producto::VersionMenor)
+        .arg(separador)
+        .arg(Producto::Revision, 2, 10, QLatin1Char('0'));
+}
+
+QString cGeneral::VBError(const Fallo &fallo) {
+    return QStringLiteral("%1 (%2)").arg(fallo.descripcion).arg(fallo.numero);
+}
+
+bool cGeneral::Ejecuta(const QString &procedimiento, Aviso aviso, const std::function<void()> &cuerpo) {
+    Fallo fallo;
+    try {
+        cuerpo();
+        return true;
+    } catch (const ErrorFallo &error) {
+        fallo = error.fallo;
+    } catch (const std::bad_alloc &) {
+        fallo = Fallo::De(Fallo::SinMemoria);
+        fallo.linea = 0;  // ours would mislead: where it happened isn't known
+    } catch (const std::exception &error) {
+        fallo = {Fallo::LlamadaNoValida, QString::fromUtf8(error.what()), 0};
+    } catch (...) {
+        fallo = Fallo::De(Fallo::LlamadaNoValida);
+        fallo.linea = 0;
+    }
+    m_log.Escribe(procedimiento, fallo, QString::number(fallo.linea));
+    if (aviso == Aviso::Mensaje)
+        VMsg(QStringLiteral("%1%2 [%3]").arg(procedimiento, fallo.descripcion).arg(fallo.numero));
+    return false;
+}
+
+}  // namespace ondalis

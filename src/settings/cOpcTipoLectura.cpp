@@ -1,0 +1,24 @@
+#include "settings/cOpcTipoLectura.h"
+
+#include "settings/Catalogo.h"
+
+namespace ondalis {
+
+namespace {
+constexpr FilaOpcion kFilas[] = {
+    FilaDe("CheckPortapapeles", "TipoLectura", "LeePortapapeles"),
+    FilaDe("CheckMiniTexto", "TipoLectura", "IgnoraMiniTexto"),
+    FilaDe("ValorMiniTexto", "TipoLectura", "CharsMiniTexto"),
+    FilaDe("CheckEditores", "TipoLectura", "TrataEditores"),
+    FilaSinClave("CheckPausas", FormaOpcion::Booleano, "1"),  // only says what always is so
+    FilaDe("CheckLeeTeclado", "TipoLectura", "LeeTeclado"),
+    FilaDe("CheckLeeCambioApp", "TipoLectura", "LeeCambioApp"),
+};
+}  // namespace
+
+cOpcTipoLectura::cOpcTipoLectura(cRegistro &registro, cLog &log)
+    : TablaOpciones(kFilas, registro, log, QStringLiteral("ucOpcTipoLectura")) {
+    CargaFilas();
+}
+
+}  // namespace ondalis
