@@ -26,6 +26,9 @@ public:
 
 private:
     struct Indice;
+    const Indice &Diccionario();
+    void Deshace(QString &texto, const QString &marcador, bool signos);
+
     cLog &m_log;
     QString m_marca;
     std::unique_ptr<Indice> m_indice;
