@@ -32,6 +32,7 @@ public:
     // 23: speaks the text; returns at once. `aviso`: a notice or a voice test, whose role is 1.
     void Habla(bool aviso = false);
     using ControlHabla::Detiene;  // 26
+    using ControlHabla::EnPausa;
     using ControlHabla::Pausa;    // 24
     using ControlHabla::Reanuda;  // 25
 

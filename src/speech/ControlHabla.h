@@ -3,15 +3,18 @@
 //
 // The rules, for an utterance n whose role is 1 for a notice or test, 4 if EstadoVoz is 4 when it is accepted, else 0:
 //  - accepted: not paused any more; Start n is queued ahead of keys, ticks and bus calls, never inside the call; Words
-//  as
-//    heard; exactly one Stop. A notice has no Words.
+//    as heard; exactly one Stop. A notice has no Words.
 //  - end: Stop n when the last sample has been played.
 //  - explicit stop: silence, events of n not yet delivered are withdrawn, Stop n inside the call under EstadoVoz as it
 //    stands. Idle: nothing.
 //  - purge by a new call: as explicit stop, with EstadoVoz at n's role during Stop n; a notice then puts 1, a reading
 //    leaves what Stop left; then Start n+1 is queued.
 //  - paused: no Word and no Stop until the resume; they come then.
-//  - a resume takes effect when the running handler ends, so that a stop in the same handler stays inaudible.
+//  - a resume takes effect when the running handler ends, so that a stop in the same handler stays inaudible. Outside
+//  of
+//    a handler it takes effect with the queue's next delivery.
+// A handler may call the control again, also from Stop: a call that purges goes on until nothing of others is left, so
+// that what returns last is what sounds.
 #pragma once
 
 #include <QString>
@@ -19,6 +22,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "engine/CanalVoz.h"
@@ -53,11 +57,31 @@ protected:
     void Pausa();
     void Reanuda();
     void Detiene();  // explicit stop
-    bool EnPausa() const { return m_enPausa; }
+    // A resume that hasn't taken effect yet counts as one that has.
+    bool EnPausa() const { return m_enPausa && !m_reanudaPendiente; }
+    bool EnCurso() const { return m_actual.has_value(); }  // its Stop hasn't been raised yet
     cLog &Log() { return m_log; }
+    // What a waiting notice may take beyond two seconds a character before it is given up and logged.
+    void SetMargenEspera(int milisegundos) { m_margenEsperaMs = milisegundos; }
 
 private:
     void EventoDeMotor(const EventoMotor &evento) override;  // channel's thread
+
+    struct Emision {
+        std::uint64_t numero;
+        std::int32_t rol;
+        bool aviso;
+        std::int64_t ultimaPosicion = -1;
+    };
+
+    // Silences m_actual and withdraws all of its events; the Stop is up to the caller.
+    Emision Retira();
+    void LanzaStop();
+    void EntregaInicio(std::uint64_t numero);
+    void EntregaEvento();
+    void ReanudaYa(std::uint64_t turno);
+    void PideEntrega();  // any thread
+    void EsperaFin(std::uint64_t numero, int limiteMs);
 
     struct Interno;
     std::shared_ptr<Interno> m_interno;  // what queued events refer to; outlives the control by the queue's delay
@@ -67,7 +91,11 @@ private:
     cEstadoVoz &m_estado;
     cLog &m_log;
     EventosVoz m_eventos;
-    bool m_enPausa = false;
+    std::optional<Emision> m_actual;  // the one whose Stop is still owed
+    bool m_enPausa = false;           // the channel is paused; Words and Stop are held back
+    bool m_reanudaPendiente = false;
+    int m_margenEsperaMs = 30'000;     // a worker may have to be started again meanwhile
+    std::uint64_t m_turnoReanuda = 0;  // tells a deferred resume that it has been overtaken
 };
 
 }  // namespace ondalis

@@ -30,9 +30,11 @@ class SpVoice : public ControlHabla {
 public:
     enum Flag : int { Asincrono = 1, Purga = 2, XML = 8, Puntuacion = 64 };
 
+    // Speaks with the first token until another is set.
     SpVoice(CanalVoz &canal, const ListaTokens &tokens, cCola &cola, cEstadoVoz &estado, cLog &log);
 
-    // Tokens whose attributes match ("Name=X;Language=C0A"); empty texts give all.
+    // Tokens that have every required attribute ("Name=X;Language=C0A"), those with more of the optional ones first,
+    // else in their own order. Empty texts give all.
     std::vector<TokenVoz> GetVoices(const QString &requeridos, const QString &opcionales) const;
     void SetVoice(const TokenVoz &token) { m_token = token; }
     const std::optional<TokenVoz> &Voice() const { return m_token; }
@@ -42,12 +44,17 @@ public:
     int Volume() const { return m_volume; }
 
     // Every call purges. Without flag 1 it is a notice: it returns when it has been spoken. Speak("", 2) silences.
-    // Broken markup (flag 8) is the failure 0x80045042: nothing is purged and no event comes.
+    // Broken markup (flag 8) is the failure 0x80045042, no token at all is failure 5: nothing is purged and no event
+    // comes.
     [[nodiscard]] Fallo Speak(const QString &texto, int flags);
     void Pause() { ControlHabla::Pausa(); }
     void Resume() { ControlHabla::Reanuda(); }
+    using ControlHabla::EnPausa;
 
 private:
+    // Turns the requirements of the XML's voice tags into identifiers of the engine that speaks.
+    void ResuelveVoces(std::vector<Tramo> &tramos) const;
+
     const ListaTokens &m_tokens;
     std::optional<TokenVoz> m_token;
     int m_rate = 0;

@@ -40,13 +40,15 @@ const HablanteIBM &HablanteDeModo(const QString &idModo);
 
 class cVoces {
 public:
-    explicit cVoces(cLog &log) : m_log(log) {}
+    // `hablantes`: what the enumeration of the "IBM" modes gives; borrowed.
+    explicit cVoces(cLog &log, const std::vector<HablanteIBM> &hablantes = HablantesIBM())
+        : m_log(log), m_hablantes(hablantes) {}
 
     // `prueba`: makes and drops a SAPI 5 voice; false when that fails. Sets SAPI5Compatible.
     void ChequeaSAPI5Compatible(const std::function<bool()> &prueba);
     bool SAPI5Compatible() const { return m_sapi5; }
     // Fills the rows: "IBM" voices first, then the tokens unless `noSAPI5` or SAPI 5 is unusable. `bombea` runs once a
-    // row.
+    // row; `tokens` may be null.
     void RecogeVocesEquipo(const ListaTokens *tokens, bool noSAPI5, const std::function<void()> &bombea);
     // Reads the five defaults of each "IBM" row from the control; it stands on its last mode afterwards.
     void LeeValoresVoces(ActorSvr &voz);
@@ -57,6 +59,7 @@ public:
 
 private:
     cLog &m_log;
+    const std::vector<HablanteIBM> &m_hablantes;
     bool m_sapi5 = false;
     std::vector<RegistroVoz> m_filas{RegistroVoz{}};
 };

@@ -49,6 +49,12 @@ public:
     static RangoOpcion RangoOtros() { return {0, 100, 50, 15}; }
 
 private:
+    // What the lists show before any stored value: "IBM" and "Carlos" where the catalogue has them.
+    void SeleccionaInicial();
+    void Carga(bool haySAPI5);
+    // The family's ranges: speed and volume at its defaults; advanced values off for families without them.
+    void AplicaRangos();
+
     const cVoces &m_voces;
 };
 

@@ -1,0 +1,118 @@
+#include "speech/SpVoice.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "engine/Dialectos.h"
+
+namespace ondalis {
+
+namespace {
+
+// Words a minute of rate 0, and the range that every engine of the worker takes.
+constexpr double kVelocidadMedia = 170;
+constexpr int kVelocidadMinima = 70;
+constexpr int kVelocidadMaxima = 450;
+
+// Ten steps are a factor of three, as the interface publishes it.
+int PalabrasPorMinuto(int rate) {
+    return std::clamp(static_cast<int>(std::lround(kVelocidadMedia * std::pow(3.0, rate / 10.0))), kVelocidadMinima,
+                      kVelocidadMaxima);
+}
+
+// "Name=Value": a language matches when it is one of the token's several; an attribute without "=" must only be there.
+bool Cumple(const TokenVoz &token, const QString &condicion) {
+    const qsizetype igual = condicion.indexOf(QLatin1Char('='));
+    const QString atributo = (igual < 0 ? condicion : condicion.left(igual)).trimmed();
+    const QString tiene = token.GetAttribute(atributo);
+    if (igual < 0) return !tiene.isEmpty();
+    const QString pedido = condicion.mid(igual + 1).trimmed();
+    if (atributo.compare(QLatin1String("Language"), Qt::CaseInsensitive) != 0)
+        return tiene.compare(pedido, Qt::CaseInsensitive) == 0;
+    const QStringList lenguas = tiene.split(QLatin1Char(';'), Qt::SkipEmptyParts);
+    return std::ranges::any_of(lenguas, [&pedido](const QString &lengua) {
+        return lengua.trimmed().compare(pedido, Qt::CaseInsensitive) == 0;
+    });
+}
+
+qsizetype Cumplidas(const TokenVoz &token, const QStringList &condiciones) {
+    return std::ranges::count_if(condiciones, [&token](const QString &condicion) { return Cumple(token, condicion); });
+}
+
+QStringList Condiciones(const QString &texto) { return texto.split(QLatin1Char(';'), Qt::SkipEmptyParts); }
+
+}  // namespace
+
+QString TokenVoz::GetAttribute(const QString &atributo) const {
+    if (atributo.compare(QLatin1String("Vendor"), Qt::CaseInsensitive) == 0) return fabricante;
+    if (atributo.compare(QLatin1String("Name"), Qt::CaseInsensitive) == 0) return nombre;
+    if (atributo.compare(QLatin1String("Language"), Qt::CaseInsensitive) == 0) return lengua;
+    return {};
+}
+
+SpVoice::SpVoice(CanalVoz &canal, const ListaTokens &tokens, cCola &cola, cEstadoVoz &estado, cLog &log)
+    : ControlHabla(canal, cola, estado, log), m_tokens(tokens) {
+    if (!tokens.Tokens().empty()) m_token = tokens.Tokens().front();
+}
+
+std::vector<TokenVoz> SpVoice::GetVoices(const QString &requeridos, const QString &opcionales) const {
+    const QStringList requisitos = Condiciones(requeridos);
+    const QStringList deseos = Condiciones(opcionales);
+    std::vector<TokenVoz> hallados;
+    for (const TokenVoz &token : m_tokens.Tokens())
+        if (Cumplidas(token, requisitos) == requisitos.size()) hallados.push_back(token);
+    std::ranges::stable_sort(hallados, std::ranges::greater{},
+                             [&deseos](const TokenVoz &token) { return Cumplidas(token, deseos); });
+    return hallados;
+}
+
+void SpVoice::SetRate(int rate) { m_rate = std::clamp(rate, -10, 10); }
+
+void SpVoice::SetVolume(int volume) { m_volume = std::clamp(volume, 0, 100); }
+
+void SpVoice::ResuelveVoces(std::vector<Tramo> &tramos) const {
+    std::erase_if(tramos, [this](Tramo &tramo) {
+        if (tramo.tipo != TipoTramo::Voz || tramo.texto.empty()) return false;
+        for (const TokenVoz &token : GetVoices(QString::fromStdU16String(tramo.texto), {})) {
+            if (token.motor != m_token->motor) continue;
+            tramo.texto = QString::fromStdString(token.voz).toStdU16String();
+            return false;
+        }
+        return true;  // no such voice in the engine that speaks: the voice stays
+    });
+}
+
+Fallo SpVoice::Speak(const QString &texto, int flags) {
+    const bool espera = (flags & Asincrono) == 0;
+    if (texto.isEmpty() && espera && (flags & Purga) != 0) {
+        ControlHabla::Detiene();
+        return {};
+    }
+    if (!m_token) return Fallo::De(Fallo::LlamadaNoValida);
+
+    const std::u16string fuente = texto.toStdU16String();
+    std::vector<Tramo> tramos;
+    if ((flags & XML) != 0) {
+        auto marcados = AnalizaXml(fuente);
+        if (!marcados) return Fallo::De(Fallo::SintaxisDeEtiquetas);
+        tramos = std::move(*marcados);
+        ResuelveVoces(tramos);
+    } else {
+        tramos = TextoLlano(fuente);
+    }
+    if ((flags & Puntuacion) != 0) {
+        Tramo signos;
+        signos.tipo = TipoTramo::Puntuacion;
+        signos.valor = 1;
+        tramos.insert(tramos.begin(), signos);
+    }
+    ParametrosVoz voz;
+    voz.motor = m_token->motor;
+    voz.voz = m_token->voz;
+    voz.velocidad = PalabrasPorMinuto(m_rate);
+    voz.ganancia = m_volume / 100.0;
+    Acepta(voz, std::move(tramos), espera ? Modo::AvisoEsperando : Modo::Lectura);
+    return {};
+}
+
+}  // namespace ondalis
