@@ -4,6 +4,9 @@
 #pragma once
 
 #include <QString>
+#include <functional>
+
+#include "settings/cLog.h"
 
 namespace ondalis {
 
@@ -65,8 +68,8 @@ public:
     virtual void LocalizaPalabra(int posicion) = 0;  // 0-based
     virtual void HabilitaBoton(const QString &boton,
                                bool habilitado) = 0;  // "leer", "grabar", "etiqueta", "pausar", "detener"
-    virtual void RotulaPausa(const QString &enBoton,
-                             const QString &enMenu) = 0;  // toolbar button "pausar" and LePausar
+    // Captions of the toolbar button "pausar" and of the menu entry LePausar; an empty one stays as it is.
+    virtual void RotulaPausa(const QString &enBoton, const QString &enMenu) = 0;
 };
 
 // The picture in the notification area.
@@ -84,6 +87,31 @@ public:
     virtual void Opciones() = 0;
     virtual void AbrirEditor() = 0;
     virtual void Salir() = 0;  // unloads the main window
+    // Closes every open window but the main one, modal ones too. Without windows there is nothing to close.
+    virtual void DescargaFormularios() {}
+};
+
+// Without a recorder each wish to record leaves a line in the log; the text itself never enters it.
+class SinGrabadora : public Grabadora {
+public:
+    explicit SinGrabadora(cLog &log) : m_log(log) {}
+    void GrabaEnFichero(const QString &texto, const QString &ficheroTexto) override;
+
+private:
+    cLog &m_log;
+};
+
+// Without windows the wish to see one leaves a line in the log. `salir` ends the program.
+class SinVentanas : public Ventanas {
+public:
+    SinVentanas(cLog &log, std::function<void()> salir) : m_log(log), m_salir(std::move(salir)) {}
+    void Opciones() override;
+    void AbrirEditor() override;
+    void Salir() override;
+
+private:
+    cLog &m_log;
+    std::function<void()> m_salir;
 };
 
 }  // namespace ondalis

@@ -1,10 +1,16 @@
 // The controller behind the main window: the one reading that can exist, its navigation, its clipboard source, the tray
 // icon's number, the active state, the hot-key commands. All its collaborators are handed to it; it owns none. Main
 // thread.
+//
+// The sources follow the reasons to change: _sesion (the reading and its events), _navegacion (stop, pause, repeat,
+// moves), _portapapeles (the tick and the clipboard), _word (foreground documents and their tracking), _teclas (hot-key
+// commands), _icono (icon, menu, active state), _arranque (start and end).
 #pragma once
 
 #include <QString>
 #include <cstdint>
+#include <functional>
+#include <span>
 
 #include "audio/cOpcGrabar.h"
 #include "desktop/cSonido.h"
@@ -52,11 +58,18 @@ struct ColaboradoresPrincipal {
     cIconoBarra &iconoBarra;
     Ventanas &ventanas;
     VentanaEditor *editor = nullptr;  // null: no editor window exists
+    // Reads each voice's own values from the speech control into the catalogue, once, in Form_Load; may be empty.
+    std::function<void()> leeValoresVoces = {};
 };
 
 class cFormPrincipal {
 public:
+    // Takes the events of the timer and of the hot keys; those of the speech controls are connected with Eventos().
     explicit cFormPrincipal(const ColaboradoresPrincipal &c);
+    cFormPrincipal(const cFormPrincipal &) = delete;
+    cFormPrincipal &operator=(const cFormPrincipal &) = delete;
+    // The three engine handlers, for SetEventos of each speech control; valid as long as this object lives.
+    EventosVoz Eventos();
 
     // Start-up and end. Form_Load leaves the reader ready but deaf; Init registers the keys and switches the timer on.
     void Form_Load();
@@ -119,6 +132,8 @@ public:
 
 private:
     void RecuperaConfiguracion();
+    void RegistraTeclas();
+    void RotulaMenu();
     void InicaLecturaPortapapeles();
     void TeclaDetener();
     void TeclaPausa();
@@ -128,6 +143,50 @@ private:
     void TeclaImprPant();
     void TeclasVelocidad(const QString &nombre);
     void LeeVentanaConFoco();
+
+    // Runs a procedure's body at its border: a failure becomes a log line under "cFormPrincipal.`procedimiento`: ".
+    bool Ejecuta(const char *procedimiento, const std::function<void()> &cuerpo,
+                 cGeneral::Aviso aviso = cGeneral::Aviso::SoloLog);
+
+    // The reading.
+    void Envia(std::int32_t tipo);
+    void InformaFalloDeLectura(const Fallo &fallo);
+    void IconoTrasInicio();
+    int IconoReposo() const;  // 1, or 5 with recording on
+    QString RotuloPausa(bool reanudar) const;
+    QString RotuloAvanzar() const;
+    void TerminaMenus();
+    void TerminaActivo();
+    void BotonesEditorEnReposo();
+
+    // Moves.
+    enum class Sentido { Adelante, Atras };
+    bool PreparaMovimiento();
+    bool AvanzaPosicion();
+    void RetrocedePosicion();
+    void HablaResto();
+    void Pausa(bool sinSalto, bool reinicia);
+    void Reanuda(bool reinicia);
+
+    // Word tracking of the reading.
+    void DecideSeguimiento();
+    void SiguePalabra();
+    void SigueParada();
+    void SiguePausa(bool sinSalto);
+    void SigueMovimiento(Sentido sentido);
+    void LeeDocumento(const std::function<bool()> &selecciona, std::int32_t filaError);
+
+    // Sounds and notices.
+    void SonidoDeLectura(const QString &nombre);  // wanted for the source of the reading
+    void SonidoGeneral(const QString &nombre);    // wanted for general notices
+    void DiFila(std::int32_t fila);
+    void DiInactivo();  // the program's title and row 1
+    // A hot key without effect: the sound, and the notice of `fila` or that the program is inactive.
+    void Rechaza(std::int32_t fila, bool conAviso = true);
+    void EjecutaORechaza(const EntradaMenu &entrada, void (cFormPrincipal::*accion)(), std::int32_t fila);
+
+    void Desactiva();
+    void Activa();
 
     ColaboradoresPrincipal c;
     Lectura m_l;
