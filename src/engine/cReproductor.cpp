@@ -13,7 +13,7 @@ constexpr int kHzPrevistos = 22050;
 constexpr std::chrono::nanoseconds kAtasco = 3s;
 constexpr std::chrono::nanoseconds kIntervaloMin = 1s;
 constexpr std::chrono::nanoseconds kIntervaloMax = 30s;
-// Between two attempts at a stream that is refused or dies as soon as it is made.
+// Before another attempt when a stream dies as soon as it is made.
 constexpr std::chrono::nanoseconds kEntreIntentos = 500ms;
 }  // namespace
 
@@ -109,8 +109,8 @@ std::optional<std::chrono::nanoseconds> cReproductor::Proximo() const {
 // A stream ready before it is needed, at start and after the server has been away.
 void cReproductor::Calienta() {
     if (m_real.Viva() || m_reloj.Ahora() < m_noAntes) return;
-    m_noAntes = m_reloj.Ahora() + kEntreIntentos;
     if (!m_real.Abre(kHzPrevistos)) return;
+    m_noAntes = m_reloj.Ahora() + kEntreIntentos;
     m_hzReal = kHzPrevistos;
     m_real.Reposa();
 }
@@ -132,11 +132,11 @@ bool cReproductor::IntentaReal() {
         m_proximoIntento = m_noAntes;
         return false;
     }
-    m_noAntes = ahora + kEntreIntentos;
     if (!m_real.Abre(m_hz)) {
         Aplaza();
         return false;
     }
+    m_noAntes = ahora + kEntreIntentos;
     m_hzReal = m_hz;
     Toma(Donde::Real);
     return true;

@@ -45,8 +45,11 @@ struct BancoBomba {
     MotorGuion &Motor() { return lanzador.Ultimo(); }
     // The worker takes the request and tells its rate.
     Locucion Contesta() {
-        Paso();
-        const auto peticion = Motor().Peticion();
+        std::optional<Locucion> peticion;
+        for (int i = 0; i < 1000 && !peticion; ++i) {  // a long one comes in many pieces
+            Paso();
+            peticion = Motor().Peticion();
+        }
         if (!peticion) return {};
         Motor().Manda(TramaFormato{peticion->numero, kHz});
         return *peticion;
