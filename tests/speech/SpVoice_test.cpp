@@ -1,0 +1,225 @@
+#include "speech/SpVoice.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "ControlDePrueba.h"
+#include "fakes/TokensFalsos.h"
+
+namespace ondalis::prueba {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr int kLectura = 11;
+constexpr int kAviso = 2;
+
+class SpVoiceTest : public testing::Test {
+protected:
+    void SetUp() override { voz.SetEventos(banco.Eventos()); }
+    // A waiting call needs an engine that comes to its end by itself.
+    void TerminaSolo() {
+        banco.canal.alHablar = [this] { banco.canal.Fin(); };
+    }
+    const Locucion &Dicha() { return banco.canal.locuciones.back(); }
+
+    Banco banco;
+    TokensFalsos tokens{TokensFalsos::Tres()};
+    SpVoice voz{banco.canal, tokens, banco.cola, banco.estado, banco.registro.Log()};
+};
+
+TEST_F(SpVoiceTest, AReadingReturnsAtOnceAndHasItsThreeEvents) {
+    EXPECT_FALSE(voz.Speak(QStringLiteral("hola"), kLectura));
+    banco.canal.Palabra(0);
+    banco.canal.Fin();
+    EXPECT_THAT(banco.diario, IsEmpty());
+    banco.cola.DejaCorrer();
+    EXPECT_THAT(banco.diario, ElementsAre("Start", "Word 0", "Stop 0"));
+    EXPECT_EQ(Dicha().voz.motor, "espeak");
+    EXPECT_EQ(Dicha().voz.voz, "es");
+    EXPECT_FALSE(Dicha().voz.formantes);
+}
+
+TEST_F(SpVoiceTest, ANoticeWaitsAndItsStartAndStopComeAfterwardsUnder1WithoutWords) {
+    banco.estado.valor = cEstadoVoz::Aviso;
+    banco.canal.alHablar = [this] {
+        banco.canal.Palabra(0);
+        banco.canal.Fin();
+    };
+    EXPECT_FALSE(voz.Speak(QStringLiteral("hola"), kAviso));
+    EXPECT_FALSE(banco.canal.sonando);
+    EXPECT_THAT(banco.diario, IsEmpty());
+    banco.cola.DejaCorrer();
+    EXPECT_THAT(banco.diario, ElementsAre("Start", "Stop 1"));
+}
+
+TEST_F(SpVoiceTest, ANoticeSpokenDuringAReadingPurgesItUnderItsOwnRole) {
+    EXPECT_FALSE(voz.Speak(QStringLiteral("un texto largo"), kLectura));
+    banco.cola.DejaCorrer();
+    banco.Saca();
+    TerminaSolo();
+    banco.estado.valor = cEstadoVoz::Aviso;
+    EXPECT_FALSE(voz.Speak(QStringLiteral("aviso"), kAviso));
+    EXPECT_THAT(banco.Saca(), ElementsAre("Stop 0"));
+    EXPECT_EQ(banco.estado.valor, cEstadoVoz::Aviso);
+    banco.cola.DejaCorrer();
+    EXPECT_THAT(banco.diario, ElementsAre("Start", "Stop 1"));
+}
+
+TEST_F(SpVoiceTest, AnEmptyTextWithFlag2SilencesAndRaisesNoSpeechOfItsOwn) {
+    EXPECT_FALSE(voz.Speak(QStringLiteral("hola"), kLectura));
+    banco.cola.DejaCorrer();
+    EXPECT_FALSE(voz.Speak(QString(), 2));
+    EXPECT_FALSE(banco.canal.sonando);
+    EXPECT_EQ(banco.canal.locuciones.size(), 1u);
+    banco.cola.DejaCorrer();
+    EXPECT_THAT(banco.Saca(), ElementsAre("Start", "Stop 0"));
+    EXPECT_FALSE(voz.Speak(QString(), 2));
+    banco.cola.DejaCorrer();
+    EXPECT_THAT(banco.diario, IsEmpty());
+    EXPECT_EQ(banco.canal.locuciones.size(), 1u);
+}
+
+TEST_F(SpVoiceTest, AnEmptyReadingIsAcceptedAndEnds) {
+    EXPECT_FALSE(voz.Speak(QString(), kLectura));
+    banco.canal.Fin();
+    banco.cola.DejaCorrer();
+    EXPECT_THAT(banco.diario, ElementsAre("Start", "Stop 0"));
+}
+
+TEST_F(SpVoiceTest, BrokenMarkupIsRefusedBeforeAnythingIsPurged) {
+    EXPECT_FALSE(voz.Speak(QStringLiteral("hola"), kLectura));
+    banco.cola.DejaCorrer();
+    banco.Saca();
+    const Fallo fallo = voz.Speak(QStringLiteral("<rate speed='mucho'>hola</rate>"), kLectura);
+    EXPECT_EQ(static_cast<std::uint32_t>(fallo.numero), 0x80045042u);
+    banco.cola.DejaCorrer();
+    EXPECT_THAT(banco.diario, IsEmpty());
+    EXPECT_TRUE(banco.canal.sonando);
+    EXPECT_THAT(banco.canal.ordenes, ElementsAre("habla"));
+}
+
+TEST_F(SpVoiceTest, WithoutFlag8MarkupIsText) {
+    TerminaSolo();
+    EXPECT_FALSE(voz.Speak(QStringLiteral("<rate speed='mucho'>"), kAviso));
+    EXPECT_EQ(banco.canal.Texto(), u"<rate speed='mucho'>");
+}
+
+TEST_F(SpVoiceTest, Flag8MakesTheXmlActWithTheOffsetsOfTheTextGiven) {
+    EXPECT_FALSE(voz.Speak(QStringLiteral("<volume level='50'/>año"), kLectura));
+    ASSERT_EQ(Dicha().tramos.size(), 2u);
+    EXPECT_EQ(Dicha().tramos[0].tipo, TipoTramo::Volumen);
+    EXPECT_DOUBLE_EQ(Dicha().tramos[0].valor, 0.5);
+    EXPECT_EQ(Dicha().tramos[1].texto, u"año");
+    EXPECT_THAT(Dicha().tramos[1].cortes, ElementsAre(Corte{0, 20}));
+}
+
+TEST_F(SpVoiceTest, Flag64SpeaksTheSigns) {
+    EXPECT_FALSE(voz.Speak(QStringLiteral("a, b"), 75));
+    ASSERT_EQ(Dicha().tramos.size(), 2u);
+    EXPECT_EQ(Dicha().tramos[0].tipo, TipoTramo::Puntuacion);
+    EXPECT_EQ(Dicha().tramos[0].valor, 1);
+    EXPECT_EQ(Dicha().tramos[1].texto, u"a, b");
+    EXPECT_FALSE(voz.Speak(QStringLiteral("a, b"), kLectura));
+    EXPECT_EQ(Dicha().tramos.size(), 1u);
+}
+
+TEST_F(SpVoiceTest, RateIsExponentialAndStaysInTheEnginesRange) {
+    const auto velocidad = [this](int rate) {
+        voz.SetRate(rate);
+        EXPECT_FALSE(voz.Speak(QStringLiteral("a"), kLectura));
+        return Dicha().voz.velocidad;
+    };
+    EXPECT_EQ(velocidad(0), 170);
+    EXPECT_EQ(velocidad(5), 294);
+    EXPECT_EQ(velocidad(-5), 98);
+    EXPECT_EQ(velocidad(10), 450);
+    EXPECT_EQ(velocidad(-10), 70);
+    int anterior = 0;
+    for (int rate = -8; rate <= 8; ++rate) {
+        EXPECT_GT(velocidad(rate), anterior) << rate;
+        anterior = velocidad(rate);
+    }
+}
+
+TEST_F(SpVoiceTest, RateAndVolumeNeverLeaveTheirRanges) {
+    voz.SetRate(11);
+    EXPECT_EQ(voz.Rate(), 10);
+    voz.SetRate(-11);
+    EXPECT_EQ(voz.Rate(), -10);
+    voz.SetVolume(101);
+    EXPECT_EQ(voz.Volume(), 100);
+    voz.SetVolume(-1);
+    EXPECT_EQ(voz.Volume(), 0);
+}
+
+TEST_F(SpVoiceTest, VolumeIsTheGain) {
+    for (const int volumen : {0, 25, 100}) {
+        voz.SetVolume(volumen);
+        EXPECT_FALSE(voz.Speak(QStringLiteral("a"), kLectura));
+        EXPECT_DOUBLE_EQ(Dicha().voz.ganancia, volumen / 100.0);
+    }
+}
+
+TEST_F(SpVoiceTest, GetVoicesGivesTheTokensThatMatchBlindToCase) {
+    const auto nombres = [this](const char *requeridos, const char *opcionales = "") {
+        std::vector<std::string> resultado;
+        for (const TokenVoz &token : voz.GetVoices(QLatin1String(requeridos), QLatin1String(opcionales)))
+            resultado.push_back(token.nombre.toStdString());
+        return resultado;
+    };
+    EXPECT_THAT(nombres(""), ElementsAre("Spanish", "English", "kal"));
+    EXPECT_THAT(nombres("Name=spanish"), ElementsAre("Spanish"));
+    EXPECT_THAT(nombres("Language=C0A"), ElementsAre("Spanish"));
+    EXPECT_THAT(nombres("language=409"), ElementsAre("English", "kal"));
+    EXPECT_THAT(nombres("Language=409;Vendor=Flite"), ElementsAre("kal"));
+    EXPECT_THAT(nombres("Language=40"), IsEmpty());
+    EXPECT_THAT(nombres("Gender=Male"), IsEmpty());
+    EXPECT_THAT(nombres("", "Vendor=Flite"), ElementsAre("kal", "Spanish", "English"));
+    EXPECT_THAT(nombres("Name=nadie"), IsEmpty());
+}
+
+TEST_F(SpVoiceTest, ATokenGivesItsAttributesAndNothingForOneThatItLacks) {
+    const TokenVoz token = voz.GetVoices({}, {}).front();
+    EXPECT_EQ(token.GetAttribute(QStringLiteral("Vendor")), QStringLiteral("eSpeak NG"));
+    EXPECT_EQ(token.GetAttribute(QStringLiteral("Name")), QStringLiteral("Spanish"));
+    EXPECT_EQ(token.GetAttribute(QStringLiteral("Language")), QStringLiteral("40A;C0A"));
+    EXPECT_EQ(token.GetAttribute(QStringLiteral("Age")), QString());
+}
+
+TEST_F(SpVoiceTest, AVoiceTagSelectsAVoiceOfTheEngineThatSpeaksAndAnyOtherChangesNothing) {
+    EXPECT_FALSE(voz.Speak(QStringLiteral("<voice required='Language=409'>one</voice> dos"), kLectura));
+    std::vector<std::u16string> voces;
+    for (const Tramo &tramo : Dicha().tramos)
+        if (tramo.tipo == TipoTramo::Voz) voces.push_back(tramo.texto);
+    EXPECT_THAT(voces, ElementsAre(u"en-us", u""));
+    EXPECT_FALSE(voz.Speak(QStringLiteral("<voice required='Name=kal'>one"), kLectura));
+    for (const Tramo &tramo : Dicha().tramos) EXPECT_TRUE(tramo.tipo != TipoTramo::Voz || tramo.texto.empty());
+}
+
+TEST(SpVoice, WithoutAnyTokenASpeechFailsAndSilencingDoesNot) {
+    Banco banco;
+    const TokensFalsos ninguno;
+    SpVoice voz(banco.canal, ninguno, banco.cola, banco.estado, banco.registro.Log());
+    voz.SetEventos(banco.Eventos());
+    EXPECT_EQ(voz.Speak(QStringLiteral("hola"), kLectura).numero, Fallo::LlamadaNoValida);
+    EXPECT_FALSE(voz.Speak(QString(), 2));
+    banco.cola.DejaCorrer();
+    EXPECT_THAT(banco.diario, IsEmpty());
+}
+
+TEST_F(SpVoiceTest, PauseHoldsWordsBackUntilTheResume) {
+    EXPECT_FALSE(voz.Speak(QStringLiteral("uno dos"), kLectura));
+    banco.cola.DejaCorrer();
+    banco.canal.Palabra(4);
+    voz.Pause();
+    banco.cola.DejaCorrer();
+    EXPECT_THAT(banco.Saca(), ElementsAre("Start"));
+    voz.Resume();
+    banco.cola.DejaCorrer();
+    EXPECT_THAT(banco.diario, ElementsAre("Word 4"));
+}
+
+}  // namespace
+}  // namespace ondalis::prueba

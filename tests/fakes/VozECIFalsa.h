@@ -1,0 +1,30 @@
+// The waiting and recording engine as a diary of what it was told.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "speech/VozECI.h"
+
+namespace ondalis::prueba {
+
+class VozECIFalsa : public VozECI {
+public:
+    void SetHablante(const QString &nombre, std::int32_t lengua) override {
+        ordenes.push_back("hablante " + nombre.toStdString() + " " + std::to_string(lengua));
+    }
+    void SetVelocidad(std::int16_t velocidad) override { ordenes.push_back("velocidad " + std::to_string(velocidad)); }
+    void SetVolumen(std::int32_t volumen) override { ordenes.push_back("volumen " + std::to_string(volumen)); }
+    void SetAvanzados(std::int16_t tono, std::int16_t fluctuacion, std::int16_t aspereza, std::int16_t diafonia,
+                      std::int16_t tamCabeza) override {
+        std::string orden = "avanzados";
+        for (const int valor : {+tono, +fluctuacion, +aspereza, +diafonia, +tamCabeza})
+            orden += " " + std::to_string(valor);
+        ordenes.push_back(orden);
+    }
+    void Cancela() override { ordenes.push_back("cancela"); }
+
+    std::vector<std::string> ordenes;
+};
+
+}  // namespace ondalis::prueba
