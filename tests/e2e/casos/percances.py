@@ -13,9 +13,9 @@ def caso(f):
     return f
 
 
-def _sigue(b, t, ultimo, perdidas):
+def _sigue(b, t, ultimo, perdidas, hasta=None):
     """The words of 0..ultimo were heard in order, none twice, and at most so many are missing."""
-    oidas = [k for k in b.numeros(t) if k is not None]
+    oidas = [k for k in b.numeros(t, hasta) if k is not None]
     juntas = [k for i, k in enumerate(oidas) if i == 0 or oidas[i - 1] != k]
     assert juntas == sorted(set(juntas)), f'words went back: {juntas}'
     faltan = set(range(ultimo + 1)) - set(juntas)
@@ -24,15 +24,16 @@ def _sigue(b, t, ultimo, perdidas):
 
 @caso
 def el_motor_muerto_en_medio_de_una_palabra_no_corta_la_lectura():
+    """The text is longer than what the reader keeps ready, so that each worker dies with much left to say."""
     with Banco() as b:
-        t = b.copia(texto_tonos(0, 60))
+        t = b.copia(' '.join(texto_tonos(0, 200) for _ in range(10)))
         for k in (0, 6, 15, 30):
             b.espera_palabra(k)
             b.mata_motor()
-        b.espera_palabra(59, 30)
-        b.espera_silencio()
+        b.espera_palabra(110, 60)
         b.sigue_vivo()
-        _sigue(b, t, 59, 0)
+        t2 = b.tecla('ctrl+2')
+        _sigue(b, t, 110, 0, t2)
 
 
 @caso
@@ -54,14 +55,14 @@ def el_motor_parado_en_medio_de_una_palabra_no_corta_la_lectura():
                 pass
 
 
-def _con_tropiezo(palabra):
+def _con_tropiezo(palabra, perdidas=0):
     with Banco() as b:
         # A clause of its own, so that what is skipped with it is known.
         t = b.copia(f'{texto_tonos(0, 12)}. {palabra}. {texto_tonos(12, 12)}.')
         b.espera_palabra(23, 60)
         b.espera_silencio()
         b.sigue_vivo()
-        _sigue(b, t, 23, 0)
+        _sigue(b, t, 23, perdidas)
         t = b.copia(texto_tonos(50, 10))
         b.espera_palabra(59)
         b.espera_silencio()
@@ -80,7 +81,9 @@ def un_texto_que_cuelga_al_motor_se_lee_hasta_el_fin():
 
 @caso
 def un_motor_que_manda_basura_se_cambia_y_se_lee_hasta_el_fin():
-    _con_tropiezo('BASURA')
+    # The garbage overtakes the frame before it, so the clause that fails twice is the one that ends there: its rest,
+    # one word, is skipped with it.
+    _con_tropiezo('BASURA', 1)
 
 
 @caso
