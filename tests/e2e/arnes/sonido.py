@@ -1,9 +1,10 @@
 """What is heard: a recorder of the sink's monitor whose samples carry our clock, and the ear that judges them.
 
-The test sink renders the block [t, t+b) when the clock reaches t, and its monitor gives it at once. So the sample n of a
-block that began with sample m is heard at (arrival of the block) + (n-m)/rate or earlier, never later by more than what
-our reading was late; the smallest such difference over all blocks fixes sample 0, and the sink's clock is the system's,
-which doesn't drift against ours.
+The test sink renders the block [t, t+b) when the clock reaches t, and its monitor gives it at once: the first sample of a
+block is heard when the block arrives, the last one a block later. So (arrival of a block) - (its first sample)/rate is the
+clock of sample 0, but for what delivery and our reading add, and for blocks that a sink which has been late renders ahead.
+The lower quartile over all blocks sees neither; what error is left makes sounds later than they were, never earlier. The
+sink's clock is the system's, which doesn't drift against ours.
 """
 import os
 import subprocess
@@ -27,7 +28,9 @@ class Grabadora:
              '--latency-msec=10', '--client-name=oido'], stdout=subprocess.PIPE)
         self._datos = bytearray()
         self._cerrojo = threading.Lock()
-        self._cero = None  # clock of sample 0
+        self._ceros = []   # what each block says of the clock of sample 0
+        self._llegada = 0.0
+        self._cero = None  # what they say together
         self._hilo = threading.Thread(target=self._lee, daemon=True)
         self._hilo.start()
 
@@ -39,9 +42,12 @@ class Grabadora:
             if not trozo:
                 return
             with self._cerrojo:
-                cero = llegada - (len(self._datos) // 2) / RITMO
-                if self._cero is None or cero < self._cero:
-                    self._cero = cero
+                # A pipe may cut a block in two: what comes together belongs together.
+                if llegada - self._llegada > 0.002:
+                    self._ceros.append(llegada - (len(self._datos) // 2) / RITMO)
+                    if len(self._ceros) < 100 or len(self._ceros) % 50 == 0:
+                        self._cero = float(np.percentile(self._ceros, 25))
+                self._llegada = llegada
                 self._datos += trozo
 
     def viva(self):
@@ -106,14 +112,36 @@ def numero_de_tono(x):
     espectro = np.abs(np.fft.rfft(x * np.hanning(len(x)), n)) ** 2
     i = int(np.argmax(espectro[1:])) + 1
     ancho = int(np.ceil(2.5 * n / len(x)))  # the main lobe of the window
-    if espectro[max(0, i - ancho):i + ancho + 1].sum() < 0.8 * espectro.sum():
+    if espectro[max(0, i - ancho):i + ancho + 1].sum() < 0.97 * espectro.sum():
         return None
     k = round((i * RITMO / n - TONO_BASE) / TONO_PASO)
     return k if 0 <= k < TONOS else None
 
 
+def _partes(x, ventana=0.025, paso=0.005):
+    """Splits a stretch in which one tone follows another without a gap: (number, start, end) of each tone that lasts.
+    Nothing when it is no row of tones at all."""
+    ancho, salto = int(ventana * RITMO), int(paso * RITMO)
+    numeros = [numero_de_tono(x[i:i + ancho]) for i in range(0, max(1, len(x) - ancho), salto)]
+    partes = []
+    for i, k in enumerate(numeros):
+        if k is None:
+            continue
+        a, b = i * salto, min(len(x), i * salto + ancho)
+        if partes and partes[-1][0] == k and a <= partes[-1][2]:
+            partes[-1] = (k, partes[-1][1], b)
+        else:
+            partes.append((k, a, b))
+    return [p for p in partes if p[2] - p[1] > 1.4 * ancho]
+
+
 def palabras(x, t0):
-    return [Palabra(numero_de_tono(x[a:b]), t0 + a / RITMO, t0 + b / RITMO) for a, b in tramos_sonoros(x)]
+    oidas = []
+    for a, b in tramos_sonoros(x):
+        k = numero_de_tono(x[a:b])
+        partes = [(k, 0, b - a)] if k is not None else _partes(x[a:b]) or [(None, 0, b - a)]
+        oidas += [Palabra(k, t0 + (a + i) / RITMO, t0 + (a + j) / RITMO) for k, i, j in partes]
+    return oidas
 
 
 def lee_wav(ruta):

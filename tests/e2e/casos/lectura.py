@@ -116,7 +116,7 @@ def la_pausa_da_silencio_antes_de_50_ms():
     with Banco() as b:
         b.copia(texto_tonos(0, 200))
         b.espera_palabra(3)
-        for vuelta in range(60):
+        for vuelta in range(90):
             t0 = time.monotonic()
             b.espera_sonido(2, desde=t0)
             time.sleep(0.3 + 0.013 * (vuelta % 7))
@@ -137,7 +137,7 @@ def la_parada_da_silencio_antes_de_50_ms():
     with Banco() as b:
         t = b.copia(texto_tonos(0, 60))
         b.espera_sonido(3, desde=t)
-        for vuelta in range(60):
+        for vuelta in range(90):
             time.sleep(0.3 + 0.013 * (vuelta % 7))
             t = b.tecla('ctrl+2')
             m = b.silencio_desde(t, t + 0.3)

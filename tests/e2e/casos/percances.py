@@ -24,16 +24,18 @@ def _sigue(b, t, ultimo, perdidas, hasta=None):
 
 @caso
 def el_motor_muerto_en_medio_de_una_palabra_no_corta_la_lectura():
-    """The text is longer than what the reader keeps ready, so that each worker dies with much left to say."""
+    """The text is longer than what the reader keeps ready, so that each worker dies with much left to say. The speech goes
+    on behind the last word received: each death may cost the rest of one word."""
+    muertes = 4
     with Banco() as b:
         t = b.copia(' '.join(texto_tonos(0, 200) for _ in range(10)))
-        for k in (0, 6, 15, 30):
-            b.espera_palabra(k)
-            b.mata_motor()
-        b.espera_palabra(110, 60)
+        b.espera_palabra(0)
+        for _ in range(muertes):
+            b.mata_motor()  # the next worker starts when there is room for what it says
+            time.sleep(0.3)
+        b.espera_palabra(130, 60)
         b.sigue_vivo()
-        t2 = b.tecla('ctrl+2')
-        _sigue(b, t, 110, 0, t2)
+        _sigue(b, t, 130, muertes, b.tecla('ctrl+2'))
 
 
 @caso
@@ -45,7 +47,7 @@ def el_motor_parado_en_medio_de_una_palabra_no_corta_la_lectura():
         b.espera_palabra(189, 90)
         b.espera_silencio()
         b.sigue_vivo()
-        _sigue(b, t, 189, 0)
+        _sigue(b, t, 189, 1)
         t = b.copia(texto_tonos(50, 20))
         b.espera_palabra(69, 30)
         for pid in parados:  # whatever still stands stopped is ours to let go

@@ -16,13 +16,13 @@ def caso(f):
     return f
 
 
-def _toca(b, x, nombre='propio'):
+def _toca(b, x, nombre='propio', latencia=200):
     ruta = os.path.join(b.escritorio.carpeta, nombre + '.raw')
     with open(ruta, 'wb') as f:
         f.write(x.astype('<i2').tobytes())
     return b.escritorio.procesos.arranca(
         ['pacat', '--playback', '--raw', '--format=s16le', f'--rate={sonido.RITMO}', '--channels=1',
-         '--latency-msec=20', ruta])
+         f'--latency-msec={latencia}', ruta])
 
 
 def _palabra(k):
@@ -59,6 +59,16 @@ def arnes_no_toma_ruido_ni_acorde_por_una_palabra():
 
 
 @caso
+def arnes_separa_dos_tonos_sin_hueco():
+    with Banco(arranca=False) as b:
+        t = time.monotonic()
+        _toca(b, np.concatenate((sonido.tono(78, 0.07), sonido.tono(79, 0.16), np.zeros(900), sonido.tono(3, 0.16))))
+        b.espera_sonido(desde=t)
+        b.espera_silencio(0.5)
+        assert b.numeros(t) == [78, 79, 3], b.numeros(t)
+
+
+@caso
 def arnes_cuenta_un_sonido_de_aviso_tambien_sobre_la_voz():
     azar = np.random.default_rng(2)
     aviso = azar.normal(0, 6000, 2500)
@@ -83,7 +93,7 @@ def arnes_mide_el_silencio_tras_el_fin_de_un_programa():
     medidas = []
     with Banco(arranca=False) as b:
         for i in range(10):
-            p = _toca(b, sonido.tono(30 + i, 3.0))
+            p = _toca(b, sonido.tono(30 + i, 3.0), latencia=20)
             b.espera_palabra(30 + i)
             t = time.monotonic()
             p.kill()
