@@ -228,7 +228,8 @@ bool AnalizadorXml::AbreIdioma(const EtiquetaXml &etiqueta) {
     if (!lcid) return false;
     u16string idioma = IdiomaDeLcid(*lcid);
     const bool conocido = !idioma.empty();
-    m_idioma.Pon(conocido ? std::move(idioma) : m_idioma.Valor(), etiqueta.clase == EtiquetaXml::Clase::Apertura);
+    if (!conocido) idioma = m_idioma.Valor();
+    m_idioma.Pon(std::move(idioma), etiqueta.clase == EtiquetaXml::Clase::Apertura);
     if (conocido) m_salida.Orden(TipoTramo::Idioma, m_idioma.Valor());
     return true;
 }
