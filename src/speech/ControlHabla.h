@@ -1,7 +1,8 @@
 // What both speech controls have in common: utterance numbers, the roles, and the delivery of Start, Word and Stop
 // exactly as the session relies on them. Owns no channel. Main thread; engine events reach it through the queue.
 //
-// The rules, for an utterance n whose role is 1 for a notice or test, 4 if EstadoVoz is 4 when it is accepted, else 0:
+// The rules, for an utterance n whose role is 1 for a notice or test, 4 if EstadoVoz is 4 when it is accepted (what it
+// purges has had its Stop by then), else 0:
 //  - accepted: not paused any more; Start n is queued ahead of keys, ticks and bus calls, never inside the call; Words
 //    as heard; exactly one Stop. A notice has no Words.
 //  - end: Stop n when the last sample has been played.
@@ -10,9 +11,8 @@
 //  - purge by a new call: as explicit stop, with EstadoVoz at n's role during Stop n; a notice then puts 1, a reading
 //    leaves what Stop left; then Start n+1 is queued.
 //  - paused: no Word and no Stop until the resume; they come then.
-//  - a resume takes effect when the running handler ends, so that a stop in the same handler stays inaudible. Outside
-//  of
-//    a handler it takes effect with the queue's next delivery.
+//  - a resume takes effect when the running handler ends, so that a stop in the same handler stays inaudible; with
+//    none running, at the queue's next delivery.
 // A handler may call the control again, also from Stop: a call that purges goes on until nothing of others is left, so
 // that what returns last is what sounds.
 #pragma once

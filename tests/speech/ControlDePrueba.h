@@ -1,7 +1,10 @@
 // A speech control with its protected operations open, and a diary of what its handlers hear.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "fakes/CanalGuionado.h"
@@ -55,6 +58,17 @@ struct Banco {
         cola.Pon(cCola::Clase::Tecla, std::move(accion));
         cola.DejaCorrer();
     }
+};
+
+class ControlHablaTest : public testing::Test {
+protected:
+    void SetUp() override { control.SetEventos(banco.Eventos()); }
+    void Entrega() { banco.cola.DejaCorrer(); }
+
+    Banco banco;
+    CanalGuionado &canal = banco.canal;
+    cEstadoVoz &estado = banco.estado;
+    ControlDePrueba control{canal, banco.cola, estado, banco.registro.Log()};
 };
 
 }  // namespace ondalis::prueba
