@@ -89,7 +89,7 @@ private:
             const std::size_t largo = locucion.tramos.empty() ? 0 : locucion.tramos[0].texto.size();
             for (std::uint32_t i = locucion.desde; i < largo; i += 4, muestra += 40) {
                 Codifica(TramaPalabra{locucion.numero, muestra, i, 3}, bytes);
-                Codifica(TramaPcm{locucion.numero, std::vector<std::int16_t>(40)}, bytes);
+                Codifica(TramaPcm{locucion.numero, std::vector<std::int16_t>(40, 8000)}, bytes);
             }
             Codifica(TramaFin{locucion.numero}, bytes);
             std::size_t enviados = 0;
@@ -105,8 +105,8 @@ private:
     };
 };
 
-struct Banco {
-    Banco() { salida.servidor = false; }
+struct BancoCanal {
+    BancoCanal() { salida.servidor = false; }
     cRelojMonotono reloj;
     LanzadorHilo lanzador;
     SalidaGuion salida;

@@ -18,7 +18,7 @@ namespace ondalis {
 namespace {
 
 TEST(cCanalMotor, GivesItsEventsInOrderOnItsOwnThread) {
-    Banco b;
+    BancoCanal b;
     cCanalMotor canal(b.lanzador, b.salida, b.reloj);
     canal.SetOyente(&b.oyente);
     canal.Habla(LocucionDe(1, u"uno dos seis"));
@@ -29,7 +29,7 @@ TEST(cCanalMotor, GivesItsEventsInOrderOnItsOwnThread) {
 }
 
 TEST(cCanalMotor, ItsListenerMayCallItBack) {
-    Banco b;
+    BancoCanal b;
     cCanalMotor canal(b.lanzador, b.salida, b.reloj);
     b.oyente.alOir = [&](const EventoMotor &evento) {
         if (evento.numero == 1 && evento.tipo == EventoMotor::Tipo::Palabra) {
@@ -45,7 +45,7 @@ TEST(cCanalMotor, ItsListenerMayCallItBack) {
 }
 
 TEST(cCanalMotor, WhenSetOyenteReturnsNoCallToTheFormerOneIsUnderWayOrComes) {
-    Banco b;
+    BancoCanal b;
     cCanalMotor canal(b.lanzador, b.salida, b.reloj);
     for (std::uint64_t i = 1; i <= 50; ++i) {
         auto pasajero = std::make_unique<Oyente>();
@@ -66,7 +66,7 @@ TEST(cCanalMotor, WhenSetOyenteReturnsNoCallToTheFormerOneIsUnderWayOrComes) {
 }
 
 TEST(cCanalMotor, AStoppedUtteranceGivesNothingMoreAndTheNextOneSpeaks) {
-    Banco b;
+    BancoCanal b;
     cCanalMotor canal(b.lanzador, b.salida, b.reloj);
     canal.SetOyente(&b.oyente);
     canal.Habla(LocucionDe(1, std::u16string(40000, u'a')));
@@ -78,7 +78,7 @@ TEST(cCanalMotor, AStoppedUtteranceGivesNothingMoreAndTheNextOneSpeaks) {
 
 TEST(cCanalMotor, EndsWhileSpeakingPausedOrIdle) {
     for (int caso = 0; caso < 30; ++caso) {
-        Banco b;
+        BancoCanal b;
         cCanalMotor canal(b.lanzador, b.salida, b.reloj);
         canal.SetOyente(&b.oyente);
         if (caso % 3 > 0) canal.Habla(LocucionDe(1, std::u16string(40000, u'a')));
@@ -87,7 +87,7 @@ TEST(cCanalMotor, EndsWhileSpeakingPausedOrIdle) {
 }
 
 TEST(cCanalMotor, OrdersFromManyThreadsLeaveItSpeaking) {
-    Banco b;
+    BancoCanal b;
     cCanalMotor canal(b.lanzador, b.salida, b.reloj);
     canal.SetOyente(&b.oyente);
     std::atomic<std::uint64_t> numero{0};
@@ -109,7 +109,7 @@ TEST(cCanalMotor, OrdersFromManyThreadsLeaveItSpeaking) {
 }
 
 TEST(cCanalMotor, AProgramThatIsNotThereGivesTheEnd) {
-    Banco b;
+    BancoCanal b;
     cLanzadorProceso lanzador("/no/existe/motor");
     cCanalMotor canal(lanzador, b.salida, b.reloj);
     canal.SetOyente(&b.oyente);
@@ -118,7 +118,7 @@ TEST(cCanalMotor, AProgramThatIsNotThereGivesTheEnd) {
 }
 
 TEST(cCanalMotor, AProgramThatEndsAtOnceGivesTheEnd) {
-    Banco b;
+    BancoCanal b;
     cLanzadorProceso lanzador("/bin/true");
     cCanalMotor canal(lanzador, b.salida, b.reloj);
     canal.SetOyente(&b.oyente);
@@ -145,7 +145,7 @@ private:
 };
 
 TEST(cCanalMotor, AProgramThatTalksNonsenseGivesTheEnd) {
-    Banco b;
+    BancoCanal b;
     Guion guion("while :; do echo basura >&$1; done");
     cLanzadorProceso lanzador(guion.Programa());
     cCanalMotor canal(lanzador, b.salida, b.reloj);
