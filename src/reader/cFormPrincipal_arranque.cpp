@@ -29,10 +29,7 @@ bool EsRepetible(const QString &comando) {
 
 cFormPrincipal::cFormPrincipal(const ColaboradoresPrincipal &colaboradores) : c(colaboradores) {
     c.timerLectura.SetIntervalo(kIntervaloLectura);
-    // A tick that was already in the queue when the timer was switched off isn't one any more.
-    c.timerLectura.SetManejador([this] {
-        if (c.timerLectura.Enabled()) TimerLectura_Timer();
-    });
+    c.timerLectura.SetManejador([this] { TimerLectura_Timer(); });
     c.tecla.SetHotKeyPulsada([this](const QString &nombre) { tecla_HotKeyPulsada(nombre); });
     c.tecla.SetRepetible(EsRepetible);
 }

@@ -70,18 +70,13 @@ int cGeneral::NroSeparadores(const QString &cadena, const QString &separador) {
     return cuenta;
 }
 
+// Joined and not formatted with arg(): a text of the user's may hold "%1" itself.
 QString cGeneral::MiVersion(const QString &separador) {
-    return QStringLiteral("%1%2%3%4%5")
-        .arg(Producto::VersionMayor)
-        .arg(separador)
-        .arg(Producto::VersionMenor)
-        .arg(separador)
-        .arg(Producto::Revision, 2, 10, QLatin1Char('0'));
+    return QString::number(Producto::VersionMayor) + separador + QString::number(Producto::VersionMenor) + separador +
+           QStringLiteral("%1").arg(Producto::Revision, 2, 10, QLatin1Char('0'));
 }
 
-QString cGeneral::VBError(const Fallo &fallo) {
-    return QStringLiteral("%1 (%2)").arg(fallo.descripcion).arg(fallo.numero);
-}
+QString cGeneral::VBError(const Fallo &fallo) { return fallo.descripcion + QStringLiteral(" (%1)").arg(fallo.numero); }
 
 bool cGeneral::Ejecuta(const QString &procedimiento, Aviso aviso, const std::function<void()> &cuerpo) {
     Fallo fallo;
@@ -100,8 +95,7 @@ bool cGeneral::Ejecuta(const QString &procedimiento, Aviso aviso, const std::fun
         fallo.linea = 0;
     }
     m_log.Escribe(procedimiento, fallo, QString::number(fallo.linea));
-    if (aviso == Aviso::Mensaje)
-        VMsg(QStringLiteral("%1%2 [%3]").arg(procedimiento, fallo.descripcion).arg(fallo.numero));
+    if (aviso == Aviso::Mensaje) VMsg(procedimiento + fallo.descripcion + QStringLiteral(" [%1]").arg(fallo.numero));
     return false;
 }
 

@@ -72,7 +72,7 @@ QSettings &cRegistro::Almacen(const QString &raiz, const QString &ruta) {
 void cRegistro::ApartaSiEstaDanado(QSettings &almacen, const QString &procedimiento) {
     if (almacen.status() != QSettings::FormatError || !QFileInfo::exists(almacen.fileName())) return;
     for (int i = 1;; ++i) {
-        const QString copia = QStringLiteral("%1.%2.mal").arg(almacen.fileName()).arg(i);
+        const QString copia = almacen.fileName() + QStringLiteral(".%1.mal").arg(i);
         if (QFileInfo::exists(copia)) continue;
         const bool copiado = QFile::copy(almacen.fileName(), copia);
         m_log.Escribe(procedimiento, (copiado ? QStringLiteral("Configuración dañada, copia en ")
@@ -101,6 +101,9 @@ bool cRegistro::Salva(const QString &raiz, const QString &ruta, const QString &s
     QString clave = nombre;
     if (const auto presente = ClavePresente(almacen, seccion, nombre)) {
         clave = *presente;
+        // Accepting a page writes all its settings, most of them unchanged; each write costs a disk's flush.
+        if (almacen.status() == QSettings::NoError && almacen.value(clave) == QVariant(valor) && !valor.isNull())
+            return true;
     } else if (!seccion.isEmpty()) {
         clave = Presente(almacen.childGroups(), seccion).value_or(seccion) + QLatin1Char('/') + nombre;
     }

@@ -46,7 +46,9 @@ class Reglas:
         }
 
     def angulo(self, capa, nombre):
-        if capa == 'libs':  # the C++ library alone
+        if capa == 'libs':  # the C++ library, and POSIX files
+            if nombre in ('fcntl.h', 'unistd.h', 'sys/stat.h', 'sys/types.h'):
+                return True
             base = nombre[:-2] if nombre.endswith('.h') else nombre
             return '/' not in nombre and (base in ESTANDAR_C or not nombre.endswith('.h')) and not QT.match(nombre)
         if capa == 'engine':  # whatever the system offers but Qt, the window system, an engine or a sound server

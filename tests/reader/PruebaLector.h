@@ -75,20 +75,29 @@ public:
     }
 };
 
-class PruebaLector : public testing::Test {
+// Everything that surrounds the controller but the engine.
+class BancoLector : public testing::Test {
 protected:
-    PruebaLector() {
+    BancoLector() {
         LiberaMemDicc();
         opcTipoLectura.SetIgnoraMiniTexto(false);
-        motor.SetEventos(principal.Eventos());
     }
-    ~PruebaLector() override { LiberaMemDicc(); }
+    ~BancoLector() override { LiberaMemDicc(); }
 
-    // As after a start with the design values: active, idle, nothing in the diary.
-    void Arranca() {
-        principal.Form_Load();
-        principal.Init();
-        diario.Olvida();
+    ColaboradoresPrincipal Colaboradores(MotorVoz &motor) {
+        return {log,          general,
+                cola,         opcGeneral,
+                opcVoz,       opcTipoLectura,
+                opcGrabar,    opcTeclasRap,
+                sonidosAviso, editoresTexto,
+                estado,       motor,
+                filtro,       txtLengua,
+                sonido,       tecla,
+                timer,        portapapeles,
+                word,         explorer,
+                foco,         grabadora,
+                icono,        ventanas,
+                &editor,      [this] { diario.Anota(QStringLiteral("voces.LeeValoresVoces")); }};
     }
     void PasaASAPI5() {
         opcVoz.SetFabricanteActivo(QStringLiteral("eSpeak NG"));
@@ -99,6 +108,55 @@ protected:
     void Corre() { cola.DejaCorrer(); }
     void Tic() { timer.Vence(); }
     void Copia(const QString &texto) { portapapeles.texto = texto; }
+    QStringList Log() const { return almacen.LineasLog(); }
+    Lineas Sonidos() const { return diario.De("sonido."); }
+    std::int32_t &Estado() { return estado.valor; }
+
+    Diario diario;
+    RegistroPropio almacen;
+    cLog &log = almacen.Log();
+    MensajesGuion mensajes;
+    PrioridadFalsa prioridad;
+    cGeneral general{log, mensajes, prioridad};
+    cCola cola;
+    cRegistro &registro = almacen.Registro();
+    cOpcGeneral opcGeneral{registro, log};
+    ListaTokensFija tokens;
+    VocesDelEquipo voces{log, tokens};
+    cOpcVoz opcVoz{registro, log, voces, true};
+    cOpcTipoLectura opcTipoLectura{registro, log};
+    cOpcGrabar opcGrabar{registro, log, QStringLiteral("/x/Lectura.wav")};
+    cOpcTeclasRap opcTeclasRap{registro, log};
+    cOpcSonidosAviso sonidosAviso{registro, log};
+    cOpcEditoresTexto editoresTexto{registro, log};
+    cEstadoVoz estado;
+    cFiltro filtro{log};
+    cTxtLengua txtLengua;
+    SonidoDiario sonido{cola, diario};
+    TeclasFalsas teclas;
+    cTecla tecla{teclas, cola, log};
+    TemporizadorDiario timer{diario};
+    PortapapelesFalso portapapeles{diario};
+    EnlaceWordFalso word{diario};
+    EnlaceExplorerFalso explorer{diario};
+    VentanaEnFocoFalsa foco;
+    GrabadoraFalsa grabadora{diario};
+    IconoFalso icono{diario};
+    VentanasFalsas ventanas{diario};
+    EditorFalso editor{diario};
+};
+
+// The controller with an engine that the test plays.
+class PruebaLector : public BancoLector {
+protected:
+    PruebaLector() { motor.SetEventos(principal.Eventos()); }
+
+    // As after a start with the design values: active, idle, nothing in the diary.
+    void Arranca() {
+        principal.Form_Load();
+        principal.Init();
+        diario.Olvida();
+    }
     // Copies and ticks: state Sent. The engine's start is on its way.
     void Envia(const QString &texto) {
         Copia(texto);
@@ -122,10 +180,7 @@ protected:
         Corre();
     }
     void Pulsa(const char *comando) { principal.tecla_HotKeyPulsada(QLatin1String(comando)); }
-    QStringList Log() const { return almacen.LineasLog(); }
-    Lineas Sonidos() const { return diario.De("sonido."); }
     Lineas Motor() const { return diario.De("motor."); }
-    std::int32_t &Estado() { return estado.valor; }
     bool Ociosa() const {
         return !campos.Leyendo && !campos.EnPausa && !menu.Detener.Habilitada() && estado.valor == 0;
     }
@@ -138,54 +193,10 @@ protected:
     bool Pausada() const { return !campos.Leyendo && campos.EnPausa && menu.Detener.Habilitada() && estado.valor == 0; }
     bool Reiniciando() const { return !campos.EnPausa && menu.Detener.Habilitada() && estado.valor == 2; }
 
-    Diario diario;
-    RegistroPropio almacen;
-    cLog &log = almacen.Log();
-    MensajesGuion mensajes;
-    PrioridadFalsa prioridad;
-    cGeneral general{log, mensajes, prioridad};
-    cCola cola;
-    cRegistro &registro = almacen.Registro();
-    cOpcGeneral opcGeneral{registro, log};
-    ListaTokensFija tokens;
-    VocesDelEquipo voces{log, tokens};
-    cOpcVoz opcVoz{registro, log, voces, true};
-    cOpcTipoLectura opcTipoLectura{registro, log};
-    cOpcGrabar opcGrabar{registro, log, QStringLiteral("/x/Lectura.wav")};
-    cOpcTeclasRap opcTeclasRap{registro, log};
-    cOpcSonidosAviso sonidosAviso{registro, log};
-    cOpcEditoresTexto editoresTexto{registro, log};
-    cEstadoVoz estado;
     CanalMudo canal;
     ActorSvr voz{canal, cola, estado, log};
     MotorFalso motor{voz, opcVoz, cola, estado, diario};
-    cFiltro filtro{log};
-    cTxtLengua txtLengua;
-    SonidoDiario sonido{cola, diario};
-    TeclasFalsas teclas;
-    cTecla tecla{teclas, cola, log};
-    TemporizadorDiario timer{diario};
-    PortapapelesFalso portapapeles{diario};
-    EnlaceWordFalso word{diario};
-    EnlaceExplorerFalso explorer{diario};
-    VentanaEnFocoFalsa foco;
-    GrabadoraFalsa grabadora{diario};
-    IconoFalso icono{diario};
-    VentanasFalsas ventanas{diario};
-    EditorFalso editor{diario};
-    cFormPrincipal principal{{log,          general,
-                              cola,         opcGeneral,
-                              opcVoz,       opcTipoLectura,
-                              opcGrabar,    opcTeclasRap,
-                              sonidosAviso, editoresTexto,
-                              estado,       motor,
-                              filtro,       txtLengua,
-                              sonido,       tecla,
-                              timer,        portapapeles,
-                              word,         explorer,
-                              foco,         grabadora,
-                              icono,        ventanas,
-                              &editor,      [this] { diario.Anota(QStringLiteral("voces.LeeValoresVoces")); }}};
+    cFormPrincipal principal{Colaboradores(motor)};
     cFormPrincipal::Lectura &campos = principal.Campos();
     MenuIcono &menu = principal.Menu();
 };

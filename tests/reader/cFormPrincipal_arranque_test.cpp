@@ -1,5 +1,3 @@
-#include <chrono>
-
 #include "reader/PruebaLector.h"
 
 namespace ondalis::prueba {
@@ -162,15 +160,6 @@ TEST_F(Arranque, UnloadEndsTheMainLoop) {
     cola.Pon(cCola::Clase::Orden, [this] { principal.Form_Unload(); });
     tecla.EsperaTeclas();
     EXPECT_EQ(diario.Todo().back(), "ventanas.DescargaFormularios");
-}
-
-TEST_F(Arranque, ATickThatWasOnItsWayWhenTheTimerStoppedIsNone) {
-    Arranca();
-    Copia(QStringLiteral("tarde"));
-    cola.Pon(cCola::Clase::Tic, [this] { timer.Vence(); });
-    timer.SetEnabled(false);
-    Corre();
-    EXPECT_TRUE(Ociosa());
 }
 
 TEST_F(Arranque, SalirLeavesByTheWindowsPort) {

@@ -1,6 +1,7 @@
 #include "settings/cTemporizador.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <QCoreApplication>
 
@@ -96,6 +97,19 @@ TEST_F(cTemporizadorTest, AnIntervalOfZeroNeverExpires) {
     reloj.SetEnabled(true);
     GiraVueltas(5);
     EXPECT_EQ(tics, 0);
+}
+
+TEST_F(cTemporizadorTest, AnExpiryCostsOneWakeUp) {
+    const auto despertares = [] {
+        rusage uso{};
+        getrusage(RUSAGE_THREAD, &uso);
+        return uso.ru_nvcsw;  // times that the thread gave the processor away by waiting
+    };
+    reloj.SetIntervalo(20);
+    reloj.SetEnabled(true);
+    const auto antes = despertares();
+    while (tics < 10) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    EXPECT_LE(despertares() - antes, 12);
 }
 
 TEST_F(cTemporizadorTest, AHandlerMaySwitchItOffAndOn) {

@@ -43,7 +43,8 @@ public:
         m_quieto = true;
         while (m_control.EnCurso() && !testing::Test::HasFailure()) {
             m_control.Reanuda();
-            m_banco.canal.Fin();
+            m_pausado = false;
+            if (!m_finDicho) Fin();  // one that was said and held back must not get lost
             Entrega();
         }
         Entrega();
@@ -58,6 +59,7 @@ public:
 
 private:
     static constexpr int kOperaciones = 20;
+    static constexpr std::int32_t kTardia = 1000;  // a position that no word of a living utterance has
     enum class Llamada { Ninguna, Acepta, Detiene, Entrega };
 
     // What the running call may raise, for as long as it lives.
@@ -85,21 +87,28 @@ private:
             case 4: {
                 const Marco marco(*this, Llamada::Detiene);
                 m_estadoAntes = m_banco.estado.valor;
+                m_pausado = false;
                 m_control.Detiene();
                 break;
             }
-            case 5: m_control.Pausa(); break;
-            case 6: m_control.Reanuda(); break;
+            case 5:
+                m_pausado = m_abierta;
+                m_control.Pausa();
+                break;
+            case 6:
+                m_pausado = false;
+                m_control.Reanuda();
+                break;
             case 7: m_banco.estado.valor = m_azar.Hasta(5); break;
             case 8:
             case 9:
             case 10:
             case 11:
             case 12: canal.Palabra(static_cast<std::uint32_t>(m_azar.Hasta(40))); break;
-            case 13: canal.Fin(); break;
+            case 13: Fin(); break;
             case 14:  // late news of an earlier utterance
                 if (m_azar.Uno(2))
-                    canal.Palabra(3, canal.Numero() - 1);
+                    canal.Palabra(kTardia, canal.Numero() - 1);
                 else
                     canal.Fin(canal.Numero() - 1);
                 break;
@@ -111,6 +120,7 @@ private:
     void Habla(ControlDePrueba::Modo modo) {
         const Marco marco(*this, Llamada::Acepta);
         m_modo = modo;
+        m_pausado = false;
         m_control.Acepta({}, ControlDePrueba::TextoDePrueba(), modo);
         if (modo != ControlDePrueba::Modo::Lectura) {
             EXPECT_EQ(m_banco.estado.valor, cEstadoVoz::Aviso);
@@ -124,11 +134,17 @@ private:
         m_empezada = false;
         ++m_aceptadas;
         m_ultima = -1;
+        m_finDicho = false;
+        m_pausado = false;
         m_aviso = m_modo != ControlDePrueba::Modo::Lectura;
         m_rol = m_aviso ? 1 : m_banco.estado.valor == 4 ? 4 : 0;
-        if (m_modo == ControlDePrueba::Modo::AvisoEsperando) m_banco.canal.Fin();  // else the call would wait
+        if (m_modo == ControlDePrueba::Modo::AvisoEsperando) Fin();  // else the call would wait
     }
 
+    void Fin() {
+        m_finDicho = true;
+        m_banco.canal.Fin();
+    }
     void Entrega() {
         const Marco marco(*this, Llamada::Entrega);
         if (m_azar.Uno(4))
@@ -146,7 +162,8 @@ private:
     void OyeWord(std::int32_t pos) {
         EXPECT_TRUE(m_abierta && m_empezada);
         EXPECT_FALSE(m_aviso);
-        EXPECT_FALSE(m_banco.canal.enPausa);
+        EXPECT_FALSE(m_banco.canal.enPausa || m_pausado);
+        EXPECT_NE(pos, kTardia);
         EXPECT_GE(pos, m_ultima);
         m_ultima = pos;
         ++m_palabras;
@@ -156,7 +173,9 @@ private:
         EXPECT_TRUE(m_abierta) << "a Stop too many";
         EXPECT_FALSE(m_banco.canal.enPausa);
         if (m_llamada == Llamada::Entrega) {
+            EXPECT_FALSE(m_pausado);
             EXPECT_TRUE(m_empezada) << "an end before its Start";
+            EXPECT_TRUE(m_finDicho) << "an end that the engine hasn't said";
         }
         if (m_llamada == Llamada::Acepta) {
             EXPECT_EQ(m_banco.estado.valor, m_rol);
@@ -190,6 +209,8 @@ private:
     bool m_abierta = false;
     bool m_empezada = false;
     bool m_aviso = false;
+    bool m_finDicho = false;
+    bool m_pausado = false;
     bool m_quieto = false;
     int m_hondura = 0;
     int m_pasos = 0;
@@ -334,6 +355,9 @@ private:
         } else {
             ++m_pausas;
             m_leyendo = false;
+            // What the engine said before the pause reached it.
+            if (m_banco.canal.sonando && m_azar.Uno(3)) m_banco.canal.Palabra(++m_siguiente);
+            if (m_banco.canal.sonando && m_azar.Uno(6)) m_banco.canal.Fin();
             m_control.Pausa();
             m_enPausa = true;
         }
