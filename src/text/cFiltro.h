@@ -15,7 +15,8 @@ public:
     ~cFiltro();
 
     void TrataSignosPuntuacion(QString &texto);
-    // The result is that of replacing entry by entry, in the table's order; keys that can't occur cost nothing.
+    // The result is that of replacing entry by entry, in the table's order; keys that can't occur cost nothing. Entries
+    // that would make the text longer than 32 Mi characters end the pass with a log line, the text as it was before.
     void TrataConversionesDiccionario(QString &texto);
     // `marca`: the family's mark text, which `marcador`, if not empty, replaces.
     QString Leido2Copiado(const QString &leido, const QString &marcador, bool signos);

@@ -65,7 +65,7 @@ INSTANTIATE_TEST_SUITE_P(Mundos, FiltroAlAzar,
                                          Mundo{"ManyEntries", QStringLiteral("abcd "), 60, 4, 3, 60, 3000},
                                          Mundo{"LongKeys", QStringLiteral("ab "), 10, 14, 12, 300, 2000},
                                          Mundo{"LongTexts", QStringLiteral("abcdefghijkl mnñ"), 12, 4, 4, 2000, 600},
-                    Mundo{"KeysShorterThanConversions", QStringLiteral("abc "), 5, 2, 9, 20, 4000},
+                                         Mundo{"KeysShorterThanConversions", QStringLiteral("abc "), 5, 2, 9, 20, 4000},
                                          Mundo{"Spanish", QStringLiteral("aeñá¿ \n"), 20, 3, 4, 60, 3000}),
                          [](const auto &caso) { return std::string(caso.param.nombre); });
 
