@@ -1,116 +1,21 @@
 // The channel with its thread: real clock, scripted workers on a thread of their own or real processes.
-#include "engine/cCanalMotor.h"
-
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <poll.h>
+#include <sys/wait.h>
 
-#include <condition_variable>
+#include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <random>
+#include <thread>
 
+#include "BancoCanal.h"
+#include "engine/cCanalMotor.h"
 #include "engine/cLanzadorProceso.h"
-#include "fakes/Locuciones.h"
-#include "fakes/RelojFalso.h"
-#include "fakes/SalidaGuion.h"
 
 namespace ondalis {
 namespace {
-
-using namespace std::chrono_literals;
-
-class Oyente : public OyenteMotor {
-public:
-    void EventoDeMotor(const EventoMotor &evento) override {
-        if (alOir) alOir(evento);
-        std::lock_guard guarda(m_cerrojo);
-        m_eventos.push_back(evento);
-        m_cambio.notify_all();
-    }
-    // False after ten seconds without it.
-    bool EsperaFin(std::uint64_t numero) {
-        std::unique_lock guarda(m_cerrojo);
-        return m_cambio.wait_for(guarda, 10s, [&] {
-            for (const EventoMotor &e : m_eventos)
-                if (e.numero == numero && e.tipo == EventoMotor::Tipo::Fin) return true;
-            return false;
-        });
-    }
-    std::vector<EventoMotor> Eventos() {
-        std::lock_guard guarda(m_cerrojo);
-        return m_eventos;
-    }
-
-    std::function<void(const EventoMotor &)> alOir;
-
-private:
-    std::mutex m_cerrojo;
-    std::condition_variable m_cambio;
-    std::vector<EventoMotor> m_eventos;
-};
-
-// A worker on a thread: each word is 40 samples at 8000 Hz (5 ms).
-class LanzadorHilo final : public LanzadorMotor {
-public:
-    std::unique_ptr<ProcesoMotor> Lanza() override {
-        int extremos[2];
-        if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, extremos) != 0) return nullptr;
-        return std::make_unique<Proceso>(extremos[0], extremos[1]);
-    }
-
-private:
-    class Proceso final : public ProcesoMotor {
-    public:
-        Proceso(int nuestro, int suyo) : m_descriptor(nuestro), m_hilo([suyo] { Corre(suyo); }) {}
-        ~Proceso() override {
-            shutdown(m_descriptor, SHUT_RDWR);
-            m_hilo.join();
-            close(m_descriptor);
-        }
-        Proceso(const Proceso &) = delete;
-        Proceso &operator=(const Proceso &) = delete;
-        int Descriptor() const override { return m_descriptor; }
-
-    private:
-        static void Corre(int zocalo) {
-            Descodificador descodificador;
-            std::array<std::uint8_t, 4096> bloque;
-            ssize_t n = 0;
-            while ((n = recv(zocalo, bloque.data(), bloque.size(), 0)) > 0) {
-                descodificador.Alimenta({bloque.data(), static_cast<std::size_t>(n)});
-                while (auto trama = descodificador.Siguiente())
-                    if (auto *habla = std::get_if<TramaHabla>(&*trama)) Di(zocalo, habla->locucion);
-            }
-            close(zocalo);
-        }
-        static void Di(int zocalo, const Locucion &locucion) {
-            std::vector<std::uint8_t> bytes;
-            Codifica(TramaFormato{locucion.numero, 8000}, bytes);
-            std::uint64_t muestra = 0;
-            const std::size_t largo = locucion.tramos.empty() ? 0 : locucion.tramos[0].texto.size();
-            for (std::uint32_t i = locucion.desde; i < largo; i += 4, muestra += 40) {
-                Codifica(TramaPalabra{locucion.numero, muestra, i, 3}, bytes);
-                Codifica(TramaPcm{locucion.numero, std::vector<std::int16_t>(40)}, bytes);
-            }
-            Codifica(TramaFin{locucion.numero}, bytes);
-            std::size_t enviados = 0;
-            while (enviados < bytes.size()) {
-                const ssize_t n = send(zocalo, bytes.data() + enviados, bytes.size() - enviados, MSG_NOSIGNAL);
-                if (n <= 0) return;
-                enviados += static_cast<std::size_t>(n);
-            }
-        }
-
-        int m_descriptor;
-        std::thread m_hilo;
-    };
-};
-
-struct Banco {
-    Banco() { salida.servidor = false; }
-    cRelojMonotono reloj;
-    LanzadorHilo lanzador;
-    SalidaGuion salida;
-    Oyente oyente;
-};
 
 TEST(cCanalMotor, GivesItsEventsInOrderOnItsOwnThread) {
     Banco b;
@@ -152,7 +57,9 @@ TEST(cCanalMotor, WhenSetOyenteReturnsNoCallToTheFormerOneIsUnderWayOrComes) {
         };
         canal.SetOyente(pasajero.get());
         canal.Habla(LocucionDe(i, u"uno dos"));
-        if (i % 2) ASSERT_TRUE(pasajero->EsperaFin(i));
+        if (i % 2) {
+            ASSERT_TRUE(pasajero->EsperaFin(i));
+        }
         canal.SetOyente(nullptr);
         EXPECT_FALSE(dentro);
     }
@@ -219,9 +126,28 @@ TEST(cCanalMotor, AProgramThatEndsAtOnceGivesTheEnd) {
     EXPECT_TRUE(b.oyente.EsperaFin(1));
 }
 
+// An executable script in a folder of its own.
+class Guion {
+public:
+    explicit Guion(const std::string &texto) {
+        std::string plantilla = std::filesystem::temp_directory_path() / "canalXXXXXX";
+        m_carpeta = mkdtemp(plantilla.data());
+        std::ofstream(Programa()) << "#!/bin/sh\n" << texto << '\n';
+        std::filesystem::permissions(Programa(), std::filesystem::perms::owner_all);
+    }
+    ~Guion() { std::filesystem::remove_all(m_carpeta); }
+    Guion(const Guion &) = delete;
+    Guion &operator=(const Guion &) = delete;
+    std::string Programa() const { return m_carpeta / "motor"; }
+
+private:
+    std::filesystem::path m_carpeta;
+};
+
 TEST(cCanalMotor, AProgramThatTalksNonsenseGivesTheEnd) {
     Banco b;
-    cLanzadorProceso lanzador("/usr/bin/env", {});
+    Guion guion("while :; do echo basura >&$1; done");
+    cLanzadorProceso lanzador(guion.Programa());
     cCanalMotor canal(lanzador, b.salida, b.reloj);
     canal.SetOyente(&b.oyente);
     canal.Habla(LocucionDe(1, u"Uno. Dos."));
@@ -235,20 +161,24 @@ std::size_t DescriptoresAbiertos() {
 }
 
 TEST(cLanzadorProceso, AWorkerGetsItsSocketAndNoOtherDescriptorOfOurs) {
-    int tubo[2];
-    ASSERT_EQ(pipe(tubo), 0);  // inheritable on purpose
-    cLanzadorProceso lanzador("/bin/sh", {"-c", "ignored"});
-    // "sh 3 ..." runs the script named 3: instead look at what a shell would see.
-    cLanzadorProceso mira("/usr/bin/ls", {"/proc/self/fd"});
-    auto proceso = mira.Lanza();
+    const int nuestro = fcntl(STDERR_FILENO, F_DUPFD, 4);  // inheritable on purpose
+    ASSERT_GE(nuestro, 4);
+    ASSERT_LT(nuestro, 10);
+    Guion guion("ls /proc/$$/fd >&$1");
+    cLanzadorProceso lanzador(guion.Programa());
+    auto proceso = lanzador.Lanza();
     ASSERT_TRUE(proceso);
-    close(tubo[0]);
-    close(tubo[1]);
-    // Nothing comes on the socket and its end closes: nobody else holds it.
+    std::string lista;
     pollfd sondeo{proceso->Descriptor(), POLLIN, 0};
-    ASSERT_EQ(poll(&sondeo, 1, 10000), 1);
-    char c = 0;
-    EXPECT_EQ(recv(proceso->Descriptor(), &c, 1, 0), 0);
+    while (poll(&sondeo, 1, 10000) == 1) {
+        char bloque[256];
+        const ssize_t n = recv(proceso->Descriptor(), bloque, sizeof bloque, 0);
+        if (n <= 0) break;
+        lista.append(bloque, static_cast<std::size_t>(n));
+    }
+    close(nuestro);
+    EXPECT_NE(lista.find("\n3\n"), lista.npos) << lista;
+    EXPECT_EQ(lista.find_first_of("456789"), lista.npos) << lista;  // from 10 on they are the shell's own
 }
 
 TEST(cLanzadorProceso, AStoppedWorkerIsKilledWithoutLeavingAnythingBehind) {
