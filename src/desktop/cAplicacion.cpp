@@ -129,17 +129,25 @@ int cAplicacion::Ejecuta() {
     ConectaSalida();
     if (m_linea.contains(QLatin1String("-clear"), Qt::CaseInsensitive)) RestauraConfiguracion(m_registro);
     if (!HaySonido() && !PreguntaSinSonido()) return 0;
-    ReuneVoces();
-    CreaLector();
-    if (m_saliendo) return 0;
-    m_lector->form.Form_Load();
-    m_lector->form.Init();
+    if (!CargaLector()) return 0;
     if (qEnvironmentVariableIsSet("ONDALIS_AVISA_LISTO")) {
         std::fputs("ONDALIS LISTO\n", stderr);
         std::fflush(stderr);
     }
     if (!m_saliendo) m_tecla.EsperaTeclas();
     return 0;
+}
+
+// False when the program has been told to end meanwhile.
+bool cAplicacion::CargaLector() {
+    cCursor cursor(m_puntero, m_cola);
+    cursor.SetPuntero(cCursor::RelojDeArena);
+    ReuneVoces();
+    CreaLector();
+    if (m_saliendo) return false;
+    m_lector->form.Form_Load();
+    m_lector->form.Init();
+    return true;
 }
 
 // The resident reader lives in its data folder, where its dictionary is.

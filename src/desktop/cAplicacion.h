@@ -8,6 +8,7 @@
 #include "desktop/cCanalPerezoso.h"
 #include "desktop/cMensajesQt.h"
 #include "desktop/cMenuBandeja.h"
+#include "desktop/cPunteroQt.h"
 #include "engine/Reloj.h"
 #include "engine/cLanzadorProceso.h"
 #include "keys/cTecla.h"
@@ -65,6 +66,7 @@ private:
     void PreparaCarpetas();
     bool HaySonido();
     bool PreguntaSinSonido();
+    bool CargaLector();
     void ReuneVoces();
     void CreaLector();
     void ConectaMenu();
@@ -77,6 +79,7 @@ private:
 
     cCola m_cola;
     cMensajesQt m_mensajes;
+    cPunteroQt m_puntero;
     cPrioridadUnix m_prioridad;
     cGeneral m_general;
     cRegistro m_registro;

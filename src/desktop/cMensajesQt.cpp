@@ -16,8 +16,9 @@ bool cMensajesQt::Muestra(const QString &texto, bool pregunta, bool defectoSi, c
     if (pregunta) {
         caja.setIcon(QMessageBox::Question);
         caja.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-        caja.button(QMessageBox::Yes)->setText(QStringLiteral("Sí"));
-        caja.button(QMessageBox::No)->setText(QStringLiteral("No"));
+        // The mnemonics also let the plain letters answer.
+        caja.button(QMessageBox::Yes)->setText(QStringLiteral("&Sí"));
+        caja.button(QMessageBox::No)->setText(QStringLiteral("&No"));
         caja.setDefaultButton(defectoSi ? QMessageBox::Yes : QMessageBox::No);
         caja.setEscapeButton(QMessageBox::No);
     } else {

@@ -23,8 +23,8 @@ void EnLaCaja(Accion accion) {
 TEST(cMensajesQt, AQuestionIsAnsweredWithSiOrNo) {
     cMensajesQt mensajes;
     EnLaCaja([](QMessageBox &caja) {
-        EXPECT_EQ(caja.button(QMessageBox::Yes)->text(), QStringLiteral("Sí"));
-        EXPECT_EQ(caja.button(QMessageBox::No)->text(), QStringLiteral("No"));
+        EXPECT_EQ(caja.button(QMessageBox::Yes)->text(), QStringLiteral("&Sí"));
+        EXPECT_EQ(caja.button(QMessageBox::No)->text(), QStringLiteral("&No"));
         EXPECT_EQ(caja.text(), QStringLiteral("¿a < b & c?"));
         EXPECT_EQ(caja.textFormat(), Qt::PlainText);
         EXPECT_EQ(caja.windowTitle(), QStringLiteral("Ondalis"));

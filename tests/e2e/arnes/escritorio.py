@@ -43,6 +43,7 @@ class Escritorio:
         self.entorno = entorno
         self.procesos = Procesos(entorno, self.carpeta)
         self._pulso = None
+        self._bandeja = None
 
     def __enter__(self):
         try:
@@ -85,8 +86,17 @@ class Escritorio:
         self.procesos.arranca(['openbox', '--sm-disable', '--config-file', self._fichero('rc.xml', _RC_OPENBOX)])
         espera(lambda: b'window id' in self.procesos.corre(['xprop', '-root', '_NET_SUPPORTING_WM_CHECK']),
                que='the window manager', paso=0.03)
-        self.procesos.arranca(['tint2', '-c', self._fichero('tint2rc', _RC_TINT2)])
+        self.arranca_bandeja()
+
+    def arranca_bandeja(self):
+        """The tray's host; also after mata_bandeja."""
+        self._bandeja = self.procesos.arranca(['tint2', '-c', self._fichero('tint2rc', _RC_TINT2)])
         espera(lambda: self.equis.hay_dueno('_NET_SYSTEM_TRAY_S0'), que='the tray')
+
+    def mata_bandeja(self):
+        self._bandeja.kill()
+        self._bandeja.wait()
+        espera(lambda: not self.equis.hay_dueno('_NET_SYSTEM_TRAY_S0'), que='the end of the tray')
 
     def arranca_sonido(self):
         """The sound server and the recorder; also after mata_sonido."""
