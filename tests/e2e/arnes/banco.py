@@ -15,6 +15,8 @@ from .procesos import espera, hijos, vivo
 RAIZ = os.path.dirname(os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__)))))
 OBRA = os.environ.get('ONDALIS_OBRA', os.path.join(RAIZ, 'build'))
 
+PROGRAMA = os.environ.get('ONDALIS_PROGRAMA', os.path.join(OBRA, 'bin', 'ondalis'))  # e.g. an installed one
+
 AJUSTES = {  # what a test starts from: no sounds but speech, no assistant, everything else as a new user has it
     'General': {'UtilizaSonidos': 'False', 'Aviso': 'False'},
 }
@@ -91,7 +93,7 @@ class Banco:
             entorno['ONDALIS_MOTOR'] = os.path.join(OBRA, 'tests', 'ondalis-motor-tono')
             if not os.access(entorno['ONDALIS_MOTOR'], os.X_OK):
                 raise AssertionError(f'{entorno["ONDALIS_MOTOR"]} is not built')
-        programa = os.path.join(OBRA, 'bin', 'ondalis')
+        programa = PROGRAMA
         if not os.access(programa, os.X_OK):
             raise AssertionError(f'{programa} is not built')
         diario = open(os.path.join(self.escritorio.carpeta, 'ondalis.txt'), 'ab')
