@@ -20,6 +20,12 @@ void Linea(std::string &texto, std::string_view nombre, std::initializer_list<do
     texto += '\n';
 }
 
+std::string Principio(std::string_view idioma) {
+    std::string texto(idioma);
+    if (!texto.empty() && texto.back() != '\n') texto += '\n';
+    return texto;
+}
+
 }  // namespace
 
 // The laws below were measured on eSpeak NG 1.51: mean pitch within 1 % in Spanish, 2 % in English and French, 5 % in
@@ -32,8 +38,7 @@ std::string TextoDeVoz(std::string_view idioma, const ValoresFormantes &valores)
     const double b = .6 * y;
     const double s = std::clamp(valores.tamCabeza, 0, 100);
 
-    std::string texto(idioma);
-    if (!texto.empty() && texto.back() != '\n') texto += '\n';
+    std::string texto = Principio(idioma);
     const double d = .0088 * h * f;
     const double p = std::max(h + 9 - .82 * d, 10.);
     Linea(texto, "pitch", {p, p + d});
@@ -47,6 +52,16 @@ std::string TextoDeVoz(std::string_view idioma, const ValoresFormantes &valores)
     const double k = 100 * std::exp2((50 - s) / 100);
     if (s != 50)
         for (int n = 0; n <= 8; n++) Linea(texto, "formant", {static_cast<double>(n), k, -1, -1});
+    return texto;
+}
+
+// The engine's own pitch parameter is no ratio: half an octave up on its scale gives 1.3 instead of 1.5.
+std::string TextoDeVozLlana(std::string_view idioma, double factor) {
+    if (factor == 1) return std::string(idioma);
+    std::string texto = Principio(idioma);
+    constexpr double kBajo = 82, kAlto = 118;  // what eSpeak NG takes for a file without a pitch line
+    factor = std::clamp(factor, .3, 4.);
+    Linea(texto, "pitch", {kBajo * factor, kAlto * factor});
     return texto;
 }
 
