@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <initializer_list>
+#include <utility>
 
 namespace ondalis {
 
@@ -24,6 +25,24 @@ std::string Principio(std::string_view idioma) {
     std::string texto(idioma);
     if (!texto.empty() && texto.back() != '\n') texto += '\n';
     return texto;
+}
+
+// Lowest and highest pitch that the language file gives, or what the engine takes where it gives none.
+std::pair<int, int> TonoDelFichero(std::string_view idioma) {
+    std::pair<int, int> tono{82, 118};
+    for (std::size_t i = 0; i < idioma.size();) {
+        std::string_view linea = idioma.substr(i, idioma.find('\n', i) - i);
+        i += linea.size() + 1;
+        if (!linea.starts_with("pitch ")) continue;
+        std::pair<int, int> leido{0, 0};
+        for (int *valor : {&leido.first, &leido.second}) {
+            linea.remove_prefix(std::min(linea.find_first_of("0123456789"), linea.size()));
+            const char *fin = std::from_chars(linea.data(), linea.data() + linea.size(), *valor).ptr;
+            linea.remove_prefix(static_cast<std::size_t>(fin - linea.data()));
+        }
+        if (leido.first > 0 && leido.second > 0) tono = leido;
+    }
+    return tono;
 }
 
 }  // namespace
@@ -59,9 +78,9 @@ std::string TextoDeVoz(std::string_view idioma, const ValoresFormantes &valores)
 std::string TextoDeVozLlana(std::string_view idioma, double factor) {
     if (factor == 1) return std::string(idioma);
     std::string texto = Principio(idioma);
-    constexpr double kBajo = 82, kAlto = 118;  // what eSpeak NG takes for a file without a pitch line
+    const auto [bajo, alto] = TonoDelFichero(idioma);
     factor = std::clamp(factor, .3, 4.);
-    Linea(texto, "pitch", {kBajo * factor, kAlto * factor});
+    Linea(texto, "pitch", {bajo * factor, alto * factor});
     return texto;
 }
 

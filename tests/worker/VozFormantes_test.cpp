@@ -35,6 +35,8 @@ TEST(VozFormantes, BreathinessAddsBreathAndTakesVoicing) {
 TEST(VozFormantes, APlainVoiceIsTheFileItselfUnlessItsPitchChanges) {
     EXPECT_EQ(TextoDeVozLlana("name X", 1), "name X");
     EXPECT_EQ(TextoDeVozLlana("name X", 1.5), "name X\npitch 123 177\n");
+    EXPECT_EQ(TextoDeVozLlana("pitch 80 120 //81\nname X", 2), "pitch 80 120 //81\nname X\npitch 160 240\n");
+    EXPECT_EQ(TextoDeVozLlana("pitch\npitch 7", 2), "pitch\npitch 7\npitch 164 236\n");
     EXPECT_EQ(TextoDeVozLlana("name X\n", 100), "name X\npitch 328 472\n");
 }
 
