@@ -32,6 +32,14 @@ TEST(VozFormantes, BreathinessAddsBreathAndTakesVoicing) {
     EXPECT_THAT(TextoDeVoz("", {100, 50, 0, 9999, 50}), HasSubstr("voicing 30\n"));
 }
 
+TEST(VozFormantes, APlainVoiceIsTheFileItselfUnlessItsPitchChanges) {
+    EXPECT_EQ(TextoDeVozLlana("name X", 1), "name X");
+    EXPECT_EQ(TextoDeVozLlana("name X", 1.5), "name X\npitch 123 177\n");
+    EXPECT_EQ(TextoDeVozLlana("pitch 80 120 //81\nname X", 2), "pitch 80 120 //81\nname X\npitch 160 240\n");
+    EXPECT_EQ(TextoDeVozLlana("pitch\npitch 7", 2), "pitch\npitch 7\npitch 164 236\n");
+    EXPECT_EQ(TextoDeVozLlana("name X\n", 100), "name X\npitch 328 472\n");
+}
+
 TEST(VozFormantes, ALargerHeadLowersAllFormants) {
     EXPECT_THAT(TextoDeVoz("", {100, 50, 0, 0, 50}), Not(HasSubstr("formant")));
     EXPECT_THAT(TextoDeVoz("", {100, 50, 0, 0, 100}), HasSubstr("formant 0 71 -1 -1\n"));
