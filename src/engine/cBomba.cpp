@@ -17,6 +17,13 @@ constexpr std::chrono::nanoseconds kReintento = 1ms;
 constexpr std::size_t kMaxAvisos = 64;
 constexpr std::uint32_t kHzMin = 8000;
 constexpr std::uint32_t kHzMax = 48000;
+
+// An engine's own message, for the log: what isn't ASCII isn't worth a decoder.
+std::u16string EnAscii(const std::string &texto) {
+    std::u16string salida;
+    for (const char c : texto) salida += c >= ' ' && c <= '~' ? static_cast<char16_t>(c) : u'?';
+    return salida;
+}
 }  // namespace
 
 cBomba::cBomba(LanzadorMotor &lanzador, SalidaAudio &salida, const Reloj &reloj, PlazosMotor plazos)
@@ -82,7 +89,7 @@ void cBomba::ArmaPlazo() {
     }
     std::chrono::milliseconds limite = m_plazos.entre;
     if (!m_respondido) {
-        const auto propio = m_plazos.deMotor.find(m_recorrido.Peticion().voz.motor);
+        const auto propio = m_plazos.deMotor.find(m_recorrido.Voz().motor);
         limite = propio == m_plazos.deMotor.end() ? m_plazos.primera : propio->second;
     }
     m_plazo = m_reloj.Ahora() + limite;
@@ -164,9 +171,13 @@ bool cBomba::Recibe(Trama &trama) {
         bien = m_recorrido.Marca(marca->muestra, std::move(marca->nombre));
     } else if (auto *error = std::get_if<TramaError>(&trama)) {
         if (!nuestra(error->numero)) return true;
-        Avisa(u"El motor de voz rechaza la locución: " + std::u16string(error->texto.begin(), error->texto.end()));
+        Avisa(u"El motor de voz rechaza la locución: " + EnAscii(error->texto));
     } else if (auto *fin = std::get_if<TramaFin>(&trama)) {
-        if (nuestra(fin->numero)) Acaba();
+        if (!nuestra(fin->numero)) return true;
+        if (m_recorrido.Sigue())
+            Pide();
+        else
+            Acaba();
         return true;
     } else {
         return std::holds_alternative<TramaVoz>(trama);

@@ -25,6 +25,15 @@ std::uint32_t FinDeFuente(const Locucion &locucion) {
     }
     return fin;
 }
+// How many units of the span come from before source offset `hasta`.
+std::size_t UnidadesAntesDe(const Tramo &tramo, std::uint32_t hasta) {
+    std::size_t fin = tramo.texto.size();
+    for (auto corte = tramo.cortes.rbegin(); corte != tramo.cortes.rend(); ++corte) {
+        if (corte->origen < hasta) return std::min<std::size_t>(fin, corte->texto + (hasta - corte->origen));
+        fin = corte->texto;
+    }
+    return tramo.cortes.empty() ? std::min<std::size_t>(fin, hasta) : 0;
+}
 }  // namespace
 
 void cRecorrido::Empieza(Locucion locucion) {
@@ -58,6 +67,30 @@ bool cRecorrido::Anade(Suceso suceso) {
     // One that comes late is due at once, but never before those that came ahead of it.
     if (!m_sucesos.empty()) suceso.muestra = std::max(suceso.muestra, m_sucesos.back().muestra);
     m_sucesos.push_back(std::move(suceso));
+    return true;
+}
+
+Locucion cRecorrido::Peticion() const {
+    Locucion peticion = m_locucion;
+    if (!m_hasta) return peticion;
+    for (std::size_t i = 0; i < peticion.tramos.size(); ++i) {
+        Tramo &tramo = peticion.tramos[i];
+        if (tramo.tipo != TipoTramo::Texto || tramo.texto.empty()) continue;
+        const std::size_t cabe = UnidadesAntesDe(tramo, *m_hasta);
+        if (cabe == tramo.texto.size()) continue;
+        tramo.texto.resize(cabe);
+        std::erase_if(tramo.cortes, [cabe](const Corte &corte) { return corte.texto > 0 && corte.texto >= cabe; });
+        peticion.tramos.resize(cabe == 0 ? i : i + 1);
+        break;
+    }
+    return peticion;
+}
+
+bool cRecorrido::Sigue() {
+    if (!m_hasta) return false;
+    Retrocede();
+    m_locucion.desde = *m_hasta;
+    m_hasta.reset();
     return true;
 }
 
@@ -105,15 +138,18 @@ cRecorrido::Remedio cRecorrido::Falla() {
                                           [](const Tramo &t) { return t.tipo == TipoTramo::Marca; });
     if (!fin && !quedanMarcas) return Remedio::Acaba;
     const std::int64_t clausula = fin ? std::int64_t{*fin} : kCola;
+    const bool hayMas = fin && FinDeClausula(m_locucion, *fin);
     m_desdeAlFallar = m_locucion.desde = desde;
+    m_hasta.reset();
     if (clausula != m_clausulaFallida) {
         m_clausulaFallida = clausula;
+        if (hayMas) m_hasta = fin;
         return Remedio::Reintenta;
     }
     if (!fin) return Remedio::Acaba;
     m_desdeAlFallar = m_locucion.desde = m_finOido = *fin;
     m_clausulaFallida = -1;
-    return FinDeClausula(m_locucion, *fin) || quedanMarcas ? Remedio::Salta : Remedio::Acaba;
+    return hayMas || quedanMarcas ? Remedio::Salta : Remedio::Acaba;
 }
 
 std::optional<EventoMotor> cRecorrido::Siguiente(std::uint64_t oidas) {

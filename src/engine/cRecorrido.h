@@ -23,14 +23,18 @@ public:
     };
 
     void Empieza(Locucion locucion);
-    // What the worker is to be given: the utterance from where it has come to, without the marks already passed.
-    const Locucion &Peticion() const { return m_locucion; }
+    // What the worker is to be given: the utterance from where it has come to, without the marks already passed; behind
+    // a failure only the clause under suspicion, so that no innocent one is lost with it.
+    Locucion Peticion() const;
+    const ParametrosVoz &Voz() const { return m_locucion.voz; }
 
     // From the worker, in its own samples. False: so many events without sound that it can only be garbage.
     [[nodiscard]] bool Palabra(std::uint64_t muestra, std::uint32_t posicion, std::uint32_t longitud);
     [[nodiscard]] bool Marca(std::uint64_t muestra, std::u16string nombre);
     void Recibidas(std::uint64_t muestras) { m_total += muestras; }
-    // The worker has said everything.
+    // The worker has said all of Peticion(). True: there is another one to be sent.
+    [[nodiscard]] bool Sigue();
+    // Nothing more will be said.
     void Acaba();
     // The worker failed. What was received with its sound stays.
     Remedio Falla();
@@ -72,7 +76,8 @@ private:
     std::uint32_t m_finOido = 0;
     std::size_t m_tramoOido = 0;
 
-    std::int64_t m_clausulaFallida = -1;  // the end of the clause that failed last
+    std::optional<std::uint32_t> m_hasta;  // Peticion() ends at this source offset
+    std::int64_t m_clausulaFallida = -1;   // the end of the clause that failed last
     std::uint64_t m_totalAlFallar = 0;
     std::uint32_t m_desdeAlFallar = 0;
     int m_fallosSeguidos = 0;

@@ -125,6 +125,7 @@ TEST(MotorReal, TextsThatKillTheEngineAreSurvived) {
         for (const EventoMotor &e : b.oyente.Eventos())
             if (e.numero == n && e.tipo == EventoMotor::Tipo::Palabra) palabras.push_back(e.posicion);
         ASSERT_FALSE(palabras.empty()) << voz;
+        EXPECT_EQ(palabras.front(), 0u);
         EXPECT_EQ(palabras.back(), texto.size() - 4);
     }
 }
