@@ -43,6 +43,14 @@ void cConexionX::Despacha() {
         Qt::QueuedConnection);
 }
 
+void cConexionX::PonteAlDia() {
+    if (m_perdida) return;
+    // Any answer of the server comes behind the events before it.
+    const XcbPtr<xcb_get_input_focus_reply_t> respuesta(
+        xcb_get_input_focus_reply(m_conexion, xcb_get_input_focus(m_conexion), nullptr));
+    Procesa();
+}
+
 void cConexionX::Procesa() {
     // The loop also finds what a reply waited for in a handler has read: it asks again after each event.
     while (const XcbPtr<xcb_generic_event_t> evento{xcb_poll_for_event(m_conexion)}) m_manejador(*evento);

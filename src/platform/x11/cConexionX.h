@@ -35,6 +35,8 @@ public:
     // Sends what was asked and has events served that a synchronous call may have read from the socket meanwhile: the
     // notifier wouldn't tell of those. To be called after each use from outside an event.
     void Despacha();
+    // Serves every event of what has happened on the server up to this call.
+    void PonteAlDia();
 
 private:
     void Procesa();

@@ -51,16 +51,21 @@ cPortapapelesX11::cPortapapelesX11(cLog &log, Plazos plazos)
     const XcbPtr<xcb_get_selection_owner_reply_t> dueno(
         xcb_get_selection_owner_reply(x, xcb_get_selection_owner(x, m_portapapeles), nullptr));
     // No event of this owner will come; the moment of its ownership isn't known, so the current time stands for it.
-    if (dueno && dueno->owner != XCB_NONE) Recoge(XCB_CURRENT_TIME);
+    if (dueno && dueno->owner != XCB_NONE) {
+        m_dueno = dueno->owner;
+        Recoge(XCB_CURRENT_TIME);
+    }
     m_conexion.Despacha();
 }
 
 cPortapapelesX11::~cPortapapelesX11() = default;
 
 void cPortapapelesX11::Vacia() {
+    m_conexion.PonteAlDia();  // a copy made before this call is emptied too, one made after it isn't
     if (m_hay) m_vaciado = m_texto;
     m_hay = false;
     m_texto.clear();
+    m_desdeVaciado.start();
     if (!m_conexion.Viva() || m_ventana == XCB_NONE) return;
     if (m_paso != Paso::Reposo && m_plazo.isActive()) {
         m_vaciando = true;
@@ -71,16 +76,29 @@ void cPortapapelesX11::Vacia() {
     m_conexion.Despacha();
 }
 
-// A change of a property of ours comes back with the server's time, which giving up a selection asks for. A copy made
-// between this time and our request is younger, and the server refuses the request: the copy stands.
+// A change of a property of ours comes back with the server's time, which giving up a selection asks for. An owner that
+// came before this moment is told of first, and calls it off.
 void cPortapapelesX11::PideMomento() {
+    m_esperaMomento = true;
     xcb_change_property(m_conexion.Xcb(), XCB_PROP_MODE_APPEND, m_ventana, m_reloj, XCB_ATOM_INTEGER, 32, 0, nullptr);
 }
 
+// The server refuses a request older than the present owner, so a copy made meanwhile stands; one millisecond before
+// the moment, also a copy made within it does. But the server's clock may have stood still since the owner to be
+// emptied came: if that one is still there, it goes at the moment itself.
 void cPortapapelesX11::Suelta(xcb_timestamp_t momento) {
+    m_esperaMomento = false;
+    m_desdeVaciado.start();
+    Renuncia(momento - 1);
+    xcb_connection_t *x = m_conexion.Xcb();
+    const XcbPtr<xcb_get_selection_owner_reply_t> dueno(
+        xcb_get_selection_owner_reply(x, xcb_get_selection_owner(x, m_portapapeles), nullptr));
+    if (dueno && dueno->owner != XCB_NONE && dueno->owner == m_dueno) Renuncia(momento);
+}
+
+void cPortapapelesX11::Renuncia(xcb_timestamp_t momento) {
     xcb_set_selection_owner(m_conexion.Xcb(), m_ventana, m_portapapeles, momento);
     xcb_set_selection_owner(m_conexion.Xcb(), XCB_NONE, m_portapapeles, momento);
-    m_desdeVaciado.start();
 }
 
 void cPortapapelesX11::Evento(const xcb_generic_event_t &evento) {
@@ -100,7 +118,7 @@ void cPortapapelesX11::Evento(const xcb_generic_event_t &evento) {
     } else if (tipo == XCB_PROPERTY_NOTIFY) {
         const auto &aviso = reinterpret_cast<const xcb_property_notify_event_t &>(evento);
         if (aviso.state != XCB_PROPERTY_NEW_VALUE) return;
-        if (aviso.atom == m_reloj) Suelta(aviso.time);
+        if (aviso.atom == m_reloj && m_esperaMomento) Suelta(aviso.time);
         if (m_paso == Paso::Trozos && aviso.atom == m_propiedad) LeeTrozo();
     } else if (tipo == XCB_SELECTION_REQUEST) {
         Rehusa(evento);
@@ -110,12 +128,14 @@ void cPortapapelesX11::Evento(const xcb_generic_event_t &evento) {
 void cPortapapelesX11::CambiaDueno(const xcb_generic_event_t &evento) {
     const auto &aviso = reinterpret_cast<const xcb_xfixes_selection_notify_event_t &>(evento);
     if (aviso.selection != m_portapapeles || aviso.owner == m_ventana) return;
+    m_dueno = aviso.owner;
     if (aviso.subtype != XCB_XFIXES_SELECTION_EVENT_SET_SELECTION_OWNER) {
         // The owner has exited. What it gave stays ours; what it still owed will not come.
         if (m_paso != Paso::Reposo) Termina(m_hay, m_texto);
         return;
     }
     m_vaciando = false;  // somebody else's deed: whatever was to be emptied is gone
+    m_esperaMomento = false;
     if (aviso.owner == XCB_NONE) {
         Termina(false, {});
     } else {

@@ -53,6 +53,7 @@ private:
     void Abandona();
     void Suelta(xcb_timestamp_t momento);
     void PideMomento();
+    void Renuncia(xcb_timestamp_t momento);
     void Rehusa(const xcb_generic_event_t &evento);
     std::vector<char> LeePropiedad(xcb_atom_t propiedad, xcb_atom_t &tipo);
     QString Descifra(const std::vector<char> &datos, xcb_atom_t formato) const;
@@ -77,6 +78,8 @@ private:
     bool m_hay = false;
     QString m_texto;
     bool m_vaciando = false;  // the fetch under way is of a text that is to be emptied
+    xcb_window_t m_dueno = XCB_NONE;  // the owner told of last
+    bool m_esperaMomento = false;  // the server's time is on its way, to give the selection up
     QString m_vaciado;
     QElapsedTimer m_desdeVaciado;
     std::function<void()> m_alRecoger;
