@@ -1,0 +1,49 @@
+# The two commands are `make run` and `make test`; both install what is missing first. CMake does the work.
+SHELL := /bin/sh
+CASOS ?=
+SEGUNDOS ?= 60
+prefix ?= /usr/local
+
+.PHONY: run build test bench lint install clean asan tsan fuzz demo
+
+run:
+	@scripts/ejecuta
+
+build:
+	@scripts/instala construir
+	@scripts/compila release programas
+
+demo:
+	@scripts/instala construir pruebas
+	@scripts/compila release programas
+	@scripts/demo
+
+# CASOS=regex runs only the tests whose name matches.
+test:
+	@scripts/instala construir pruebas
+	@scripts/compila release all
+	@scripts/prueba release $(CASOS)
+
+bench:
+	@scripts/instala construir pruebas banco
+	@scripts/compila release all
+	@scripts/banco
+
+lint:
+	@scripts/instala construir lint
+	@scripts/lint
+
+asan tsan:
+	@scripts/instala construir pruebas
+	@scripts/compila $@ all
+	@scripts/prueba $@ $(CASOS)
+
+fuzz:
+	@scripts/instala construir lint
+	@scripts/fuzz $(SEGUNDOS)
+
+install: build
+	@cmake --install build --prefix $(prefix)
+
+clean:
+	rm -rf build build-dev build-asan build-tsan build-fuzz build-lint

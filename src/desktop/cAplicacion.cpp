@@ -1,0 +1,234 @@
+#include "desktop/cAplicacion.h"
+
+#include <QApplication>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QSessionManager>
+#include <QTimer>
+#include <cstdio>
+
+#include "desktop/Recursos.h"
+#include "desktop/Rutas.h"
+#include "engine/cCanalMotor.h"
+#include "libs/ondalis_dicc.h"
+#include "platform/x11/AlFrente.h"
+#include "settings/Catalogo.h"
+
+namespace ondalis {
+
+namespace {
+
+constexpr int kEsperaSonidoMs = 5000;  // a sound server that is starting with the session gets so long
+
+// Paints what waits to be painted; nothing else is delivered.
+void Repinta() {
+    for (QWidget *ventana : QApplication::topLevelWidgets())
+        if (ventana->isVisible()) QCoreApplication::sendPostedEvents(ventana, QEvent::UpdateRequest);
+}
+
+}  // namespace
+
+Preparativos::Preparativos(const QString &fichLog, const QString &programaMotor)
+    : log(fichLog), lanzador(programaMotor.toStdString()), tokens(lanzador), servidor(Producto::Titulo) {}
+
+struct cAplicacion::Opciones {
+    Opciones(cRegistro &registro, cLog &log, const cVoces &voces, bool haySAPI5)
+        : general(registro, log),
+          voz(registro, log, voces, haySAPI5),
+          tipoLectura(registro, log),
+          grabar(registro, log, rutas::LecturaWav()),
+          teclasRap(registro, log),
+          sonidosAviso(registro, log),
+          editoresTexto(registro, log) {}
+
+    cOpcGeneral general;
+    cOpcVoz voz;
+    cOpcTipoLectura tipoLectura;
+    cOpcGrabar grabar;
+    cOpcTeclasRap teclasRap;
+    cOpcSonidosAviso sonidosAviso;
+    cOpcEditoresTexto editoresTexto;
+};
+
+struct cAplicacion::Lector {
+    Lector(cAplicacion &a, Opciones &o)
+        : motor(a.m_voz, a.m_vozSAPI5.get(), nullptr, o.voz),
+          filtro(a.p.log),
+          grabadora(a.p.log),
+          form({.log = a.p.log,
+                .general = a.m_general,
+                .cola = a.m_cola,
+                .opcGeneral = o.general,
+                .opcVoz = o.voz,
+                .opcTipoLectura = o.tipoLectura,
+                .opcGrabar = o.grabar,
+                .opcTeclasRap = o.teclasRap,
+                .sonidosAviso = o.sonidosAviso,
+                .editoresTexto = o.editoresTexto,
+                .estadoVoz = a.m_estadoVoz,
+                .motor = motor,
+                .filtro = filtro,
+                .txtLengua = txtLengua,
+                .sonido = a.m_sonido,
+                .tecla = a.m_tecla,
+                .timerLectura = a.m_timerLectura,
+                .portapapeles = a.m_portapapeles,
+                .enlaceWord = enlaceWord,
+                .enlaceExplorer = enlaceExplorer,
+                .ventanaEnFoco = a.m_ventanaEnFoco,
+                .grabadora = grabadora,
+                .iconoBarra = a.m_bandeja,
+                .ventanas = a.m_ventanas,
+                .editor = nullptr,
+                .leeValoresVoces = [&a] { a.m_voces.LeeValoresVoces(a.m_voz); }}),
+          menu(form.Menu(), a.m_cola) {}
+
+    MotorVoz motor;
+    cFiltro filtro;
+    cTxtLengua txtLengua;
+    SinEnlaceWord enlaceWord;
+    SinEnlaceExplorer enlaceExplorer;
+    SinGrabadora grabadora;
+    cFormPrincipal form;
+    cMenuBandeja menu;
+};
+
+cAplicacion::cAplicacion(Preparativos &preparativos, QString linea)
+    : p(preparativos),
+      m_linea(std::move(linea)),
+      m_mensajes([](WId ventana) { TraeAlFrente(static_cast<std::uint32_t>(ventana)); }),
+      m_general(p.log, m_mensajes, m_prioridad),
+      m_registro(p.log, rutas::CarpetaAutoarranque()),
+      m_portapapeles(p.log),
+      m_teclas(p.log),
+      m_bandeja(m_vigia, p.log),
+      m_salidaSonido(p.servidor),
+      m_sonido(m_salidaSonido, m_cola),
+      m_salidaIBM(p.servidor, Producto::Titulo),
+      m_salidaSAPI5(p.servidor, Producto::Titulo),
+      m_canalIBM([this] { return std::make_unique<cCanalMotor>(p.lanzador, m_salidaIBM, m_reloj); }),
+      m_canalSAPI5([this] { return std::make_unique<cCanalMotor>(p.lanzador, m_salidaSAPI5, m_reloj); }),
+      m_voz(m_canalIBM, m_cola, m_estadoVoz, p.log),
+      m_voces(p.log),
+      m_tecla(m_teclas, m_cola, p.log),
+      m_timerLectura(m_cola),
+      m_ventanas(
+          p.log, [this] { Salir(); }, [this] { m_mensajes.Cierra(); }) {
+    RegistraSonidos();
+    m_cola.SetHayModal([] { return QApplication::activeModalWidget() != nullptr; });
+    m_cola.SetRepinta(Repinta);
+}
+
+cAplicacion::~cAplicacion() {
+    m_cola.Cierra();
+    m_bandeja.SetMenu(nullptr);
+}
+
+int cAplicacion::Ejecuta() {
+    PreparaCarpetas();
+    ConectaSalida();
+    if (m_linea.contains(QLatin1String("-clear"), Qt::CaseInsensitive)) RestauraConfiguracion(m_registro);
+    if (!HaySonido() && !PreguntaSinSonido()) return 0;
+    if (!CargaLector()) return 0;
+    if (qEnvironmentVariableIsSet("ONDALIS_AVISA_LISTO")) {
+        std::fputs("ONDALIS LISTO\n", stderr);
+        std::fflush(stderr);
+    }
+    if (!m_saliendo) m_tecla.EsperaTeclas();
+    return 0;
+}
+
+// False when the program has been told to end meanwhile.
+bool cAplicacion::CargaLector() {
+    cCursor cursor(m_puntero, m_cola);
+    cursor.SetPuntero(cCursor::RelojDeArena);
+    ReuneVoces();
+    CreaLector();
+    if (m_saliendo) return false;
+    m_lector->form.Form_Load();
+    m_lector->form.Init();
+    return true;
+}
+
+// The resident reader lives in its data folder, where its dictionary is.
+void cAplicacion::PreparaCarpetas() {
+    const QString datos = rutas::CarpetaDatos();
+    if (!QDir().mkpath(datos) || !QDir::setCurrent(datos))
+        p.log.Escribe(QStringLiteral("Main: "), Fallo::De(Fallo::RutaNoEncontrada), datos);
+    const QString diccionario = datos + QStringLiteral("/diccionario.dat");
+    if (cGeneral::ExisteFichero(diccionario) && CargaDicc(QFile::encodeName(diccionario).constData()) != 1)
+        p.log.Escribe(QStringLiteral("Main: "), Fallo::De(Fallo::ErrorDeAcceso), diccionario);
+}
+
+void cAplicacion::ConectaSalida() {
+    const auto sal = [this] { m_cola.Pon(cCola::Clase::Orden, [this] { m_ventanas.Salir(); }); };
+    m_senales = std::make_unique<cSenales>(sal);
+    // The session starts us again by its own entry, never by what it remembers.
+    const auto acaba = [sal](QSessionManager &sesion) {
+        sesion.setRestartHint(QSessionManager::RestartNever);
+        sal();
+    };
+    QObject::connect(qApp, &QGuiApplication::commitDataRequest, &m_cola, acaba, Qt::DirectConnection);
+}
+
+// A server that is there answers within milliseconds; one that isn't gets its time while the desktop is served.
+bool cAplicacion::HaySonido() {
+    const QDeadlineTimer plazo(kEsperaSonidoMs);
+    constexpr std::chrono::milliseconds kVuelta(20);
+    for (;;) {
+        if (p.servidor.EsperaConexion(kVuelta) && !p.servidor.Dispositivos().empty()) return true;
+        if (plazo.hasExpired() || m_saliendo) return false;
+        QTimer::singleShot(kVuelta, &m_cola, [] {});
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+}
+
+bool cAplicacion::PreguntaSinSonido() {
+    return !m_saliendo &&
+           m_general.VMsg(QStringLiteral("NO se ha detectado tarjeta de sonido. ¿Desea continuar?"), true);
+}
+
+void cAplicacion::ReuneVoces() {
+    const bool sinSAPI5 = cGeneral::GetParam(m_linea, QStringLiteral("nosapi5"));
+    m_voces.ChequeaSAPI5Compatible([this] { return !p.tokens.Tokens().empty(); });
+    m_voces.RecogeVocesEquipo(&p.tokens, sinSAPI5, {});
+    if (m_voces.SAPI5Compatible() && !sinSAPI5)
+        m_vozSAPI5 = std::make_unique<SpVoice>(m_canalSAPI5, p.tokens, m_cola, m_estadoVoz, p.log);
+    m_opciones = std::make_unique<Opciones>(m_registro, p.log, m_voces, m_vozSAPI5 != nullptr);
+    // The worker of the family in use is there before the first text.
+    (m_opciones->voz.EsIBM() ? m_canalIBM : m_canalSAPI5).Calienta();
+}
+
+void cAplicacion::CreaLector() {
+    m_lector = std::make_unique<Lector>(*this, *m_opciones);
+    m_voz.SetEventos(m_lector->form.Eventos());
+    if (m_vozSAPI5) m_vozSAPI5->SetEventos(m_lector->form.Eventos());
+    ConectaMenu();
+}
+
+void cAplicacion::ConectaMenu() {
+    cFormPrincipal &form = m_lector->form;
+    MenuIcono &e = form.Menu();
+    cMenuBandeja &menu = m_lector->menu;
+    menu.AlPulsar(e.ActivarDesactivar, [&form] { form.ActivarDesactivar_Click(); });
+    menu.AlPulsar(e.PausaReanudar, [&form] { form.PausaReanudar_Click(); });
+    menu.AlPulsar(e.Detener, [&form] { form.Detener_Click(); });
+    menu.AlPulsar(e.RepetirLectura, [&form] { form.RepetirLectura_Click(); });
+    menu.AlPulsar(e.AvanzarPalabras, [&form] { form.AvanzarPalabras_Click(); });
+    menu.AlPulsar(e.RetrocederPalabras, [&form] { form.RetrocederPalabras_Click(); });
+    menu.AlPulsar(e.Opciones, [&form] { form.Opciones_Click(); });
+    menu.AlPulsar(e.AbrirEditor, [&form] { form.AbrirEditor_Click(); });
+    menu.AlPulsar(e.Salir, [&form] { form.Salir_Click(); });
+    m_bandeja.SetMenu(&menu.Menu());
+    m_bandeja.AlDobleClick([this, &form] { m_cola.Pon(cCola::Clase::Orden, [&form] { form.Opciones_Click(); }); });
+}
+
+// Unloads the main window. What a handler further out still has to do, it does; then the main loop ends.
+void cAplicacion::Salir() {
+    if (m_saliendo) return;
+    m_saliendo = true;
+    m_mensajes.Cierra();
+    if (m_lector) m_lector->form.Form_Unload();
+}
+
+}  // namespace ondalis

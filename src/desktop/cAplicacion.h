@@ -1,0 +1,110 @@
+// The resident reader's one owner: builds every service, hands each its collaborators, and takes them down in the
+// opposite order. Made by main behind the QApplication. Main thread.
+#pragma once
+
+#include <memory>
+
+#include "desktop/cBandeja.h"
+#include "desktop/cCanalPerezoso.h"
+#include "desktop/cMensajesQt.h"
+#include "desktop/cMenuBandeja.h"
+#include "desktop/cPunteroQt.h"
+#include "engine/Reloj.h"
+#include "engine/cLanzadorProceso.h"
+#include "keys/cTecla.h"
+#include "platform/audio/cSalidaPulse.h"
+#include "platform/audio/cServidorPulse.h"
+#include "platform/audio/cSonidoPulse.h"
+#include "platform/dbus/cVigiaBandeja.h"
+#include "platform/motor/cTokensMotor.h"
+#include "platform/sistema/cPrioridadUnix.h"
+#include "platform/sistema/cSenales.h"
+#include "platform/x11/cPortapapelesX11.h"
+#include "platform/x11/cTeclasX11.h"
+#include "platform/x11/cVentanaEnFocoX11.h"
+#include "reader/cFormPrincipal.h"
+#include "settings/cTemporizador.h"
+#include "speech/Voces.h"
+
+namespace ondalis {
+
+// What works on its own while the toolkit starts: the road to the sound server and the question for the voices.
+struct Preparativos {
+    explicit Preparativos(const QString &fichLog, const QString &programaMotor);
+
+    cLog log;
+    cLanzadorProceso lanzador;
+    cTokensMotor tokens;
+    cServidorPulse servidor;
+};
+
+class cAplicacion {
+public:
+    // `linea`: the command line without the program's name.
+    cAplicacion(Preparativos &preparativos, QString linea);
+    ~cAplicacion();
+    cAplicacion(const cAplicacion &) = delete;
+    cAplicacion &operator=(const cAplicacion &) = delete;
+
+    // The program's whole life. The exit code.
+    int Ejecuta();
+
+private:
+    // Without windows; the end closes the boxes that are open.
+    class Ventanillas : public SinVentanas {
+    public:
+        Ventanillas(cLog &log, std::function<void()> salir, std::function<void()> descarga)
+            : SinVentanas(log, std::move(salir)), m_descarga(std::move(descarga)) {}
+        void DescargaFormularios() override { m_descarga(); }
+
+    private:
+        std::function<void()> m_descarga;
+    };
+    struct Opciones;
+    struct Lector;
+
+    void PreparaCarpetas();
+    bool HaySonido();
+    bool PreguntaSinSonido();
+    bool CargaLector();
+    void ReuneVoces();
+    void CreaLector();
+    void ConectaMenu();
+    void ConectaSalida();
+    void Salir();
+
+    Preparativos &p;
+    QString m_linea;
+    bool m_saliendo = false;
+
+    cCola m_cola;
+    cMensajesQt m_mensajes;
+    cPunteroQt m_puntero;
+    cPrioridadUnix m_prioridad;
+    cGeneral m_general;
+    cRegistro m_registro;
+    cPortapapelesX11 m_portapapeles;
+    cTeclasX11 m_teclas;
+    cVentanaEnFocoX11 m_ventanaEnFoco;
+    cVigiaBandeja m_vigia;
+    cBandeja m_bandeja;
+    cSonidoPulse m_salidaSonido;
+    cSonido m_sonido;
+    cRelojMonotono m_reloj;
+    cSalidaPulse m_salidaIBM;
+    cSalidaPulse m_salidaSAPI5;
+    cCanalPerezoso m_canalIBM;
+    cCanalPerezoso m_canalSAPI5;
+    cEstadoVoz m_estadoVoz;
+    ActorSvr m_voz;
+    std::unique_ptr<SpVoice> m_vozSAPI5;  // null: switched off or unusable
+    cVoces m_voces;
+    cTecla m_tecla;
+    cTemporizador m_timerLectura;
+    Ventanillas m_ventanas;
+    std::unique_ptr<Opciones> m_opciones;  // read from the store, after -clear has acted
+    std::unique_ptr<Lector> m_lector;
+    std::unique_ptr<cSenales> m_senales;
+};
+
+}  // namespace ondalis

@@ -1,0 +1,52 @@
+// The icon in the notification area, by whichever protocol the desktop offers. Eleven pictures, a tooltip, a menu on
+// the right button, the configuration on a double click. Without a place for it the program goes on; the icon comes
+// when there is one. Owned by main. Main thread.
+#pragma once
+
+#include <QElapsedTimer>
+#include <QIcon>
+#include <QSystemTrayIcon>
+#include <array>
+#include <functional>
+#include <memory>
+
+#include "desktop/VigiaBandeja.h"
+#include "reader/Puertos.h"
+#include "settings/cLog.h"
+
+class QMenu;
+
+namespace ondalis {
+
+class cBandeja : public cIconoBarra {
+public:
+    cBandeja(VigiaBandeja &vigia, cLog &log);
+    ~cBandeja() override;
+
+    // The first picture brings the icon up; the same one again costs nothing.
+    void SetImagen(int numero) override;
+    int Imagen() const { return m_numero; }
+
+    void SetMenu(QMenu *menu);  // null: none; stays the caller's
+    void AlDobleClick(std::function<void()> aviso) { m_alDobleClick = std::move(aviso); }
+    bool Visible() const { return m_icono && m_icono->isVisible(); }
+
+    // A click of the desktop. Hosts of the newer protocol never tell of a double click: two single ones within the
+    // desktop's interval are one.
+    void Pulsado(QSystemTrayIcon::ActivationReason motivo);
+
+private:
+    void Crea();
+    const QIcon &Icono(int numero);
+
+    VigiaBandeja &m_vigia;
+    cLog &m_log;
+    std::array<QIcon, NumImagenes> m_iconos;  // loaded on first use
+    std::unique_ptr<QSystemTrayIcon> m_icono;
+    QMenu *m_menu = nullptr;
+    int m_numero = 0;
+    QElapsedTimer m_desdeClick;
+    std::function<void()> m_alDobleClick;
+};
+
+}  // namespace ondalis

@@ -1,0 +1,45 @@
+#include "desktop/cMensajesQt.h"
+
+#include <QAbstractButton>
+#include <QMessageBox>
+#include <QTimer>
+
+namespace ondalis {
+
+bool cMensajesQt::Muestra(const QString &texto, bool pregunta, bool defectoSi, const QString &titulo) {
+    if (m_cerrado) return false;
+    QMessageBox caja;
+    caja.setWindowFlag(Qt::WindowStaysOnTopHint);  // before the first show: later it would make another window
+    caja.setWindowTitle(titulo);
+    caja.setTextFormat(Qt::PlainText);
+    caja.setText(texto);
+    if (pregunta) {
+        caja.setIcon(QMessageBox::Question);
+        caja.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+        // The mnemonics also let the plain letters answer.
+        caja.button(QMessageBox::Yes)->setText(QStringLiteral("&Sí"));
+        caja.button(QMessageBox::No)->setText(QStringLiteral("&No"));
+        caja.setDefaultButton(defectoSi ? QMessageBox::Yes : QMessageBox::No);
+        caja.setEscapeButton(QMessageBox::No);
+    } else {
+        caja.setIcon(QMessageBox::Information);
+        caja.setStandardButtons(QMessageBox::Ok);
+        caja.button(QMessageBox::Ok)->setText(QStringLiteral("Aceptar"));
+    }
+    QTimer::singleShot(0, &caja, [this, &caja] {
+        caja.raise();
+        caja.activateWindow();
+        if (m_alFrente) m_alFrente(caja.winId());
+    });
+    m_abiertos.push_back(&caja);
+    const int respuesta = caja.exec();
+    std::erase(m_abiertos, &caja);
+    return respuesta == (pregunta ? QMessageBox::Yes : QMessageBox::Ok);
+}
+
+void cMensajesQt::Cierra() {
+    m_cerrado = true;
+    for (QMessageBox *caja : m_abiertos) caja->done(QMessageBox::No);
+}
+
+}  // namespace ondalis

@@ -1,0 +1,16 @@
+// From words a minute as a listener counts them to the engine's own scale. Pure.
+#pragma once
+
+#include <string_view>
+
+namespace ondalis {
+
+struct Ritmo {
+    int nominal = 175;    // espeakRATE, 80 to 449
+    double estirado = 1;  // below 1: what the engine makes is stretched to 1/estirado of its length
+};
+
+// `idiomaMotor` is the language file ("roa/es").
+Ritmo RitmoDe(double palabrasPorMinuto, std::string_view idiomaMotor);
+
+}  // namespace ondalis

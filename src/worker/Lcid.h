@@ -1,0 +1,12 @@
+// Language tags to hexadecimal language identifiers, as voice lists hold them. Pure table.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace ondalis {
+
+// "40A;C0A" for "es"; region and variant are dropped if only the language is known; empty for an unknown language.
+std::string LcidDeLengua(std::string_view bcp47);
+
+}  // namespace ondalis

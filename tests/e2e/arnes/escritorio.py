@@ -1,0 +1,130 @@
+"""A private desktop: X server, session bus, window manager, tray host, sound server and the recorder of its monitor.
+
+Nothing of the real session is touched: home, configuration, run-time folder and sockets are all below one temporary
+folder, which goes at the end (it stays when a test fails and CONSERVA=1 is set).
+"""
+import os
+import shutil
+import subprocess
+import tempfile
+
+from .equis import Equis
+from .procesos import Procesos, espera
+from .sonido import RITMO, Grabadora
+
+_RC_OPENBOX = '''<?xml version="1.0" encoding="UTF-8"?>
+<openbox_config xmlns="http://openbox.org/3.4/rc"><keyboard/><mouse/><applications/></openbox_config>
+'''
+_RC_TINT2 = '''panel_items = TS
+panel_position = bottom center horizontal
+panel_size = 100% 32
+panel_monitor = 1
+background_color = #303030 100
+systray_background_id = 0
+systray_icon_size = 24
+task_font = DejaVu Sans 9
+'''
+
+
+class Escritorio:
+    def __init__(self, tamano='1280x800'):
+        self.carpeta = tempfile.mkdtemp(prefix='ondalis-e2e-')
+        self._tamano = tamano
+        self.equis = None
+        self.grabadora = None
+        entorno = {c: os.environ[c] for c in ('PATH', 'LD_LIBRARY_PATH') if c in os.environ}
+        for variable, nombre in (('HOME', 'casa'), ('XDG_CONFIG_HOME', 'config'), ('XDG_DATA_HOME', 'data'),
+                                 ('XDG_STATE_HOME', 'state'), ('XDG_CACHE_HOME', 'cache'), ('XDG_RUNTIME_DIR', 'run')):
+            entorno[variable] = os.path.join(self.carpeta, nombre)
+            os.mkdir(entorno[variable], 0o700)
+        entorno.update(LANG='C.UTF-8', LC_ALL='C.UTF-8', NO_AT_BRIDGE='1',
+                       PULSE_SERVER='unix:' + os.path.join(self.carpeta, 'run', 'pulso'),
+                       PULSE_COOKIE=os.path.join(self.carpeta, 'run', 'galleta'))
+        self.entorno = entorno
+        self.procesos = Procesos(entorno, self.carpeta)
+        self._pulso = None
+        self._bandeja = None
+
+    def __enter__(self):
+        try:
+            self._arranca()
+        except BaseException:
+            self.cierra()
+            raise
+        return self
+
+    def __exit__(self, tipo, _valor, _traza):
+        self.cierra(conserva=tipo is not None and os.environ.get('CONSERVA') == '1')
+
+    def _fichero(self, nombre, texto):
+        ruta = os.path.join(self.carpeta, nombre)
+        with open(ruta, 'w', encoding='utf-8') as f:
+            f.write(texto)
+        return ruta
+
+    def _dado(self, orden, nombre):
+        """Starts a server that writes its address to a descriptor of ours, and returns the address."""
+        lee, escribe = os.pipe()
+        self.procesos.arranca([a.replace('{fd}', str(escribe)) for a in orden], nombre, pass_fds=[escribe])
+        os.close(escribe)
+        with os.fdopen(lee) as f:
+            linea = f.readline().strip()
+        if not linea:
+            raise AssertionError(f'{nombre} does not start')
+        return linea
+
+    def _arranca(self):
+        numero = self._dado(['Xvfb', '-displayfd', '{fd}', '-screen', '0', self._tamano + 'x24', '-nolisten', 'tcp',
+                             '-noreset'], 'Xvfb')
+        self.entorno['DISPLAY'] = ':' + numero
+        self.entorno['DBUS_SESSION_BUS_ADDRESS'] = self._dado(
+            ['dbus-daemon', '--session', '--nofork', '--print-address={fd}',
+             '--address=unix:path=' + os.path.join(self.carpeta, 'run', 'bus')], 'dbus')
+        self.arranca_sonido()
+        self.equis = Equis(self.entorno['DISPLAY'])
+        self.procesos.corre(['setxkbmap', 'es'])
+        self.procesos.arranca(['openbox', '--sm-disable', '--config-file', self._fichero('rc.xml', _RC_OPENBOX)])
+        espera(lambda: b'window id' in self.procesos.corre(['xprop', '-root', '_NET_SUPPORTING_WM_CHECK']),
+               que='the window manager', paso=0.03)
+        self.arranca_bandeja()
+
+    def arranca_bandeja(self):
+        """The tray's host; also after mata_bandeja."""
+        self._bandeja = self.procesos.arranca(['tint2', '-c', self._fichero('tint2rc', _RC_TINT2)])
+        espera(lambda: self.equis.hay_dueno('_NET_SYSTEM_TRAY_S0'), que='the tray')
+
+    def mata_bandeja(self):
+        self._bandeja.kill()
+        self._bandeja.wait()
+        espera(lambda: not self.equis.hay_dueno('_NET_SYSTEM_TRAY_S0'), que='the end of the tray')
+
+    def arranca_sonido(self):
+        """The sound server and the recorder; also after mata_sonido."""
+        socket = os.path.join(self.carpeta, 'run', 'pulso')
+        # norewinds: without it the null sink renders up to two seconds ahead and its monitor lies.
+        self._pulso = self.procesos.arranca(
+            ['pulseaudio', '-n', '--daemonize=no', '--exit-idle-time=-1', '--use-pid-file=no', '--realtime=no',
+             '--high-priority=no', '-L', f'module-native-protocol-unix socket={socket} auth-anonymous=1',
+             '-L', f'module-null-sink sink_name=nul rate={RITMO} channels=1 norewinds=1'])
+        espera(lambda: subprocess.run(['pactl', 'info'], env=self.entorno, stdin=subprocess.DEVNULL,
+                                      stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=False
+                                      ).returncode == 0, que='the sound server', paso=0.03)
+        self.grabadora = Grabadora(self.procesos)
+        espera(self.grabadora.empezada, que='the recorder')
+
+    def mata_sonido(self):
+        self._pulso.kill()
+        self._pulso.wait()
+
+    def captura(self, ruta):
+        self.procesos.corre(['import', '-window', 'root', ruta])
+
+    def cierra(self, conserva=False):
+        if self.equis:
+            self.equis.cierra()
+            self.equis = None
+        self.procesos.termina_todos()
+        if conserva:
+            print(f'the desktop\'s folder stays: {self.carpeta}')
+        else:
+            shutil.rmtree(self.carpeta, ignore_errors=True)

@@ -1,0 +1,14 @@
+// The backslash dialect takes any text and never fails.
+#include "engine/Dialectos.h"
+#include "fuzz/Tramos_fuzz.h"
+
+using namespace ondalis;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *datos, std::size_t n) {
+    for (const std::u16string &texto : {TextoDeBytes(datos, n), TextoDeLetras(datos, n)}) {
+        const auto tramos = AnalizaBarra(texto);
+        CompruebaTramos(tramos, texto.size());
+        Exige(AnalizaBarra(texto) == tramos);
+    }
+    return 0;
+}

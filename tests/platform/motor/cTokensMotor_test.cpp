@@ -1,0 +1,92 @@
+#include "platform/motor/cTokensMotor.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <algorithm>
+
+#include "engine/Protocolo.h"
+#include "engine/cLanzadorProceso.h"
+
+namespace ondalis {
+namespace {
+
+// A worker that has written its whole answer beforehand; the other end stays open unless it is to hang up.
+class MotorEscrito : public LanzadorMotor {
+public:
+    explicit MotorEscrito(std::vector<std::uint8_t> respuesta, bool cuelga = false)
+        : m_respuesta(std::move(respuesta)), m_cuelga(cuelga) {}
+    ~MotorEscrito() override {
+        if (m_otro >= 0) close(m_otro);
+    }
+    std::unique_ptr<ProcesoMotor> Lanza() override {
+        struct Proceso : ProcesoMotor {
+            int fd = -1;
+            ~Proceso() override { close(fd); }
+            int Descriptor() const override { return fd; }
+        };
+        int par[2];
+        if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, par) != 0) return nullptr;
+        fcntl(par[0], F_SETFL, O_NONBLOCK);
+        EXPECT_EQ(write(par[1], m_respuesta.data(), m_respuesta.size()), static_cast<ssize_t>(m_respuesta.size()));
+        if (m_cuelga) shutdown(par[1], SHUT_WR);
+        m_otro = par[1];
+        auto proceso = std::make_unique<Proceso>();
+        proceso->fd = par[0];
+        return proceso;
+    }
+
+private:
+    std::vector<std::uint8_t> m_respuesta;
+    bool m_cuelga;
+    int m_otro = -1;
+};
+
+class SinMotor : public LanzadorMotor {
+public:
+    std::unique_ptr<ProcesoMotor> Lanza() override { return nullptr; }
+};
+
+std::vector<std::uint8_t> Tramas(std::initializer_list<Trama> tramas) {
+    std::vector<std::uint8_t> bytes;
+    for (const Trama &trama : tramas) Codifica(trama, bytes);
+    return bytes;
+}
+
+const TramaVoz kPablo{"motor", "es", "Pablo", "40A;C0A", "Nadie", 0};
+
+TEST(cTokensMotor, EachVoiceOfTheWorkerIsOneToken) {
+    MotorEscrito motor(Tramas({kPablo, TramaFin{}}));
+    const cTokensMotor tokens(motor);
+    ASSERT_EQ(tokens.Tokens().size(), 1u);
+    EXPECT_EQ(tokens.Tokens()[0],
+              (TokenVoz{QStringLiteral("Nadie"), QStringLiteral("Pablo"), QStringLiteral("40A;C0A"), "motor", "es"}));
+    EXPECT_EQ(&tokens.Tokens(), &tokens.Tokens());
+}
+
+TEST(cTokensMotor, AListThatDoesNotEndIsNoList) {
+    MotorEscrito cuelga(Tramas({kPablo}), true);
+    EXPECT_TRUE(cTokensMotor(cuelga).Tokens().empty());
+    MotorEscrito calla(Tramas({kPablo}));
+    EXPECT_TRUE(cTokensMotor(calla, std::chrono::milliseconds(30)).Tokens().empty());
+}
+
+TEST(cTokensMotor, GarbageOrNoWorkerIsNoList) {
+    MotorEscrito basura({2, 0, 0, 0, 250, 250});
+    EXPECT_TRUE(cTokensMotor(basura).Tokens().empty());
+    SinMotor ninguno;
+    EXPECT_TRUE(cTokensMotor(ninguno).Tokens().empty());
+}
+
+TEST(cTokensMotor, TheRealWorkerHasSpanishVoicesWhoseNoticesComeInSpanish) {
+    cLanzadorProceso motor(MOTOR);
+    const cTokensMotor tokens(motor);
+    EXPECT_TRUE(std::any_of(tokens.Tokens().begin(), tokens.Tokens().end(), [](const TokenVoz &t) {
+        return t.fabricante == QStringLiteral("eSpeak NG") && t.lengua == QStringLiteral("40A;C0A");
+    }));
+}
+
+}  // namespace
+}  // namespace ondalis
