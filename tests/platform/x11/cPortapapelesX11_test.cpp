@@ -26,6 +26,7 @@ protected:
     }
     // Takes the part as another program and waits until its clipboard has been looked at.
     std::unique_ptr<Ayudante> Copia(const char *papel, const QString &texto = {}) {
+        QCoreApplication::processEvents();  // what is told of earlier owners isn't this one's
         const int antes = recogidas;
         auto ayudante = std::make_unique<Ayudante>(QStringList{QLatin1String(papel), texto});
         EXPECT_TRUE(ayudante->Listo());
