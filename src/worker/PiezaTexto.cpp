@@ -11,8 +11,9 @@ namespace {
 // Source units looked at for one piece; leaves room for what is added on the way.
 constexpr std::size_t kMaxOrigen = 1500;
 // eSpeak NG 1.51 overruns its stack on 85 dotted short elements ("a.a.a.", "U.S.U.S.", also "e.g. e.g.") that no clause
-// end interrupts, and on 68 elements with an apostrophe in one token ("s's's'"). A blank does not help: the piece ends
-// well before, so that the engine gets the rest in another call.
+// end interrupts, on dots that stand before or between blanks (" .x .x"), and on 68 elements with an apostrophe in one
+// token ("s's's'"). A blank does not help: the piece ends well before, so that the engine gets the rest in another
+// call.
 constexpr unsigned kMaxElementos = 30;
 constexpr unsigned kElementoCorto = 2;
 // Its word buffers hold 160 bytes: other endless tokens are broken by a blank.
@@ -30,6 +31,8 @@ struct Caracter {
     std::uint32_t indice = 0;  // of the text
     Clase clase = Clase::Propio;
 };
+
+constexpr auto kNinguno = std::u32string_view::npos;
 
 bool EsFinDeFrase(char16_t c) { return c == u'.' || c == u'!' || c == u'?' || c == u'…' || c == u'\x3002'; }
 
@@ -87,7 +90,9 @@ private:
         if (p.roto || (EsBlanco(c) && c != U'\n' && c != U'\t')) c = U' ';
         if (EsBlanco(c)) {
             m_seguidos = m_elemento = m_apostrofos = 0;
+            m_anterior = c;
             if (m_finDeFrase) m_puntos = 0;
+            m_finDeFrase = false;
         } else if (const auto nombre = NombreEn(c, i); !nombre.empty()) {
             return Nombra(c, nombre, indice);
         }
@@ -97,8 +102,11 @@ private:
 
     void RompeSiLargo(char32_t c, std::uint32_t indice) {
         const bool punto = c == U'.', apostrofo = c == U'\'' || c == U'’';
-        const bool corto = m_elemento > 0 && m_elemento <= kElementoCorto;
-        m_finDeFrase = EsSignoMudo(c) && !apostrofo && !(punto && corto);
+        const bool corto = m_elemento <= kElementoCorto;
+        const bool sigueElipsis = punto && m_anterior == U'.';
+        m_anterior = c;
+        if (!sigueElipsis)
+            m_finDeFrase = punto ? !corto : m_elemento > 0 && std::u32string_view(U",;:!?").find(c) != kNinguno;
         if (punto && corto) m_puntos++;
         if (apostrofo && corto) m_apostrofos++;
         m_elemento = EsAlfanumerico(c) ? m_elemento + 1 : 0;
@@ -144,6 +152,7 @@ private:
     unsigned m_seguidos = 0;                  // characters since the last blank
     unsigned m_elemento = 0;                  // letters and digits since the last other character
     unsigned m_puntos = 0, m_apostrofos = 0;  // short elements: since the last clause end; in this token
+    char32_t m_anterior = 0;                  // the character before
     bool m_finDeFrase = false;                // the character before was the sign of a clause end
 };
 

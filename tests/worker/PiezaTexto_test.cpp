@@ -47,7 +47,8 @@ TEST(PiezaTexto, ControlCharactersAndBrokenSurrogatesAreBlanksAndSoftHyphensVani
 }
 
 TEST(PiezaTexto, ManyShortDottedOrApostropheElementsEndThePiece) {
-    for (const std::u16string unidad : {u"a.", u"U.S.", u"s'", u"s’", u"e.g. ", u"a.a.a. "}) {
+    for (const std::u16string unidad :
+         {u"a.", u"U.S.", u"s'", u"s’", u"e.g. ", u"a.a.a. ", u" .ñ", u".\u0301 ", u"."}) {
         std::u16string texto;
         for (int i = 0; i < 220; i++) texto += unidad;
         for (std::size_t i = 0; i < texto.size();) {

@@ -155,6 +155,9 @@ TEST_F(cMotorEspeakVoz, TextsKnownToKillTheEngineAreSpoken) {
     EXPECT_GT(Di(en, veces(u"s'", 220)).pcm.size(), 22050u);
     EXPECT_GT(Di(en, veces(u"s’", 220)).pcm.size(), 22050u);
     EXPECT_GT(Di(en, veces(u"U.S.", 500)).pcm.size(), 22050u);
+    EXPECT_GT(Di(en, veces(u"e.g. ", 100)).pcm.size(), 22050u);
+    EXPECT_GT(Di(Llana("gmw/en-US"), veces(u" .ñ", 290)).pcm.size(), 22050u);
+    Di(Llana("roa/fr"), veces(u".\u0301 ", 247));
     EXPECT_GT(Di(es, veces(u"x", 5000)).pcm.size(), 22050u);
     EXPECT_EQ(Di(es, u"sigue viva").palabras.size(), 2u);
 }
