@@ -77,9 +77,9 @@ private:
 
     bool m_hay = false;
     QString m_texto;
-    bool m_vaciando = false;  // the fetch under way is of a text that is to be emptied
+    bool m_vaciando = false;          // the fetch under way is of a text that is to be emptied
     xcb_window_t m_dueno = XCB_NONE;  // the owner told of last
-    bool m_esperaMomento = false;  // the server's time is on its way, to give the selection up
+    bool m_esperaMomento = false;     // the server's time is on its way, to give the selection up
     QString m_vaciado;
     QElapsedTimer m_desdeVaciado;
     std::function<void()> m_alRecoger;
