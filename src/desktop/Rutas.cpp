@@ -28,7 +28,7 @@ QString LecturaWav() {
 }
 
 QString ProgramaMotor(const QString &carpetaEjecutable) {
-    const QString indicado = qEnvironmentVariable("ONDALIS_MOTOR");
+    QString indicado = qEnvironmentVariable("ONDALIS_MOTOR");
     if (!indicado.isEmpty()) return indicado;
     const QString aparte = QDir::cleanPath(carpetaEjecutable + QStringLiteral("/../libexec/ondalis/ondalis-motor"));
     const QString alLado = carpetaEjecutable + QStringLiteral("/ondalis-motor");

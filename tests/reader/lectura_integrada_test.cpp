@@ -300,9 +300,7 @@ TEST_F(LecturaIntegrada, TheSessionNeverWaitsForAnEngineThatOwesNothing) {
                     if (!Canal().enPausa) Fin();  // a paused engine has no last sample
                     break;
                 case 3: PonTic(); break;
-                case 4:
-                    cola.Pon(cCola::Clase::Orden, [this] { principal.DiAviso(QStringLiteral("aviso")); });
-                    break;
+                case 4: cola.Pon(cCola::Clase::Orden, [this] { principal.DiAviso(QStringLiteral("aviso")); }); break;
                 default: PonTecla(comandos[azar() % std::size(comandos)]); break;
             }
             if (azar() % 3 != 0) continue;  // often several things meet in the queue

@@ -25,17 +25,18 @@ def _sigue(b, t, ultimo, perdidas, hasta=None):
 @caso
 def el_motor_muerto_en_medio_de_una_palabra_no_corta_la_lectura():
     """The text is longer than what the reader keeps ready, so that each worker dies with much left to say. The speech goes
-    on behind the last word received: each death may cost the rest of one word."""
+    on behind the last word received: each death may cost the rest of one word, and one clause may be skipped."""
     muertes = 4
     with Banco() as b:
-        t = b.copia(' '.join(texto_tonos(0, 200) for _ in range(10)))
+        # Short clauses: one in which two workers happened to die is skipped as one that kills.
+        t = b.copia(' '.join(texto_tonos(k, 5) + '.' for _ in range(10) for k in range(0, 200, 5)))
         b.espera_palabra(0)
         for _ in range(muertes):
             b.mata_motor()  # the next worker starts when there is room for what it says
             time.sleep(0.3)
         b.espera_palabra(130, 60)
         b.sigue_vivo()
-        _sigue(b, t, 130, muertes, b.tecla('ctrl+2'))
+        _sigue(b, t, 130, muertes + 5, b.tecla('ctrl+2'))
 
 
 @caso
