@@ -15,6 +15,9 @@ constexpr std::uint32_t kBufferMs = 100;
 constexpr std::uint32_t kPedidoMs = 40;
 // Behind the last sample: the server's clock stands a device's length short of the end once it has nothing to play.
 constexpr std::uint32_t kRellenoMs = 100;
+// How old the server's positions may be while sound goes out. The library's own updates go on in a corked stream, and
+// would wake an idle reader; in between it interpolates.
+constexpr pa_usec_t kEntreTiempos = 50'000;
 
 std::uint32_t Bytes(int hz, std::uint32_t ms) { return static_cast<std::uint32_t>(hz) * ms / 1000 * kMuestra; }
 
@@ -66,7 +69,7 @@ bool cSalidaPulse::Crea(pa_context *contexto, int hz) {
     atributos.minreq = Bytes(hz, kPedidoMs);
     atributos.fragsize = static_cast<std::uint32_t>(-1);
     const auto banderas = static_cast<pa_stream_flags_t>(PA_STREAM_START_CORKED | PA_STREAM_INTERPOLATE_TIMING |
-                                                         PA_STREAM_AUTO_TIMING_UPDATE | PA_STREAM_ADJUST_LATENCY);
+                                                         PA_STREAM_ADJUST_LATENCY);
     const char *dispositivo = m_dispositivo.empty() ? nullptr : m_dispositivo.c_str();
     if (pa_stream_connect_playback(m_flujo, dispositivo, &atributos, banderas, nullptr, nullptr) < 0) {
         Suelta();
@@ -81,6 +84,8 @@ bool cSalidaPulse::Crea(pa_context *contexto, int hz) {
 }
 
 void cSalidaPulse::Suelta() {
+    ondalis::Suelta(m_tiempos);
+    m_tiempos = nullptr;
     if (!m_flujo) return;
     pa_stream_set_state_callback(m_flujo, nullptr, nullptr);
     pa_stream_set_write_callback(m_flujo, nullptr, nullptr);
@@ -123,6 +128,8 @@ std::uint64_t cSalidaPulse::Oidas() {
     if (!Lista() || m_escritas == m_oidas) return m_oidas;
     // Counted back from what was written: absolute positions of the server outlive a flush, and until it has told the
     // new ones there is no latency either.
+    const bool enCamino = m_tiempos && pa_operation_get_state(m_tiempos) == PA_OPERATION_RUNNING;
+    if (!m_taponada && !enCamino && pa_rtclock_now() - m_tiemposDesde > kEntreTiempos) PideTiempos();
     pa_usec_t retraso = 0;
     int negativo = 0;
     if (pa_stream_get_latency(m_flujo, &retraso, &negativo) < 0) return m_oidas;
@@ -161,7 +168,10 @@ void cSalidaPulse::Reposa() {
 void cSalidaPulse::VaciaFlujo() {
     if (!Lista()) return;
     Tapona(true);
-    if (m_escritas > 0) ondalis::Suelta(pa_stream_flush(m_flujo, nullptr, nullptr));
+    if (m_escritas > 0) {
+        ondalis::Suelta(pa_stream_flush(m_flujo, nullptr, nullptr));
+        PideTiempos();
+    }
     m_rellenos.clear();
 }
 
@@ -169,6 +179,13 @@ void cSalidaPulse::Tapona(bool taponada) {
     if (taponada == m_taponada) return;
     m_taponada = taponada;
     ondalis::Suelta(pa_stream_cork(m_flujo, taponada ? 1 : 0, nullptr, nullptr));
+    PideTiempos();
+}
+
+void cSalidaPulse::PideTiempos() {
+    ondalis::Suelta(m_tiempos);
+    m_tiempos = pa_stream_update_timing_info(m_flujo, nullptr, nullptr);
+    m_tiemposDesde = pa_rtclock_now();
 }
 
 }  // namespace ondalis
