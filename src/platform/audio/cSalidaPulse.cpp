@@ -87,9 +87,14 @@ void cSalidaPulse::Suelta() {
     ondalis::Suelta(m_tiempos);
     m_tiempos = nullptr;
     if (!m_flujo) return;
-    pa_stream_set_state_callback(m_flujo, nullptr, nullptr);
     pa_stream_set_write_callback(m_flujo, nullptr, nullptr);
-    pa_stream_disconnect(m_flujo);
+    // One that is still being made can't be let go of yet: it would stay on the server.
+    const bool aMedias = pa_stream_get_state(m_flujo) == PA_STREAM_CREATING;
+    const auto alHacerse = [](pa_stream *flujo, void *) {
+        if (pa_stream_get_state(flujo) == PA_STREAM_READY) pa_stream_disconnect(flujo);
+    };
+    pa_stream_set_state_callback(m_flujo, aMedias ? static_cast<pa_stream_notify_cb_t>(alHacerse) : nullptr, nullptr);
+    if (!aMedias) pa_stream_disconnect(m_flujo);
     pa_stream_unref(m_flujo);
     m_flujo = nullptr;
 }
@@ -133,14 +138,23 @@ std::uint64_t cSalidaPulse::Oidas() {
     pa_usec_t retraso = 0;
     int negativo = 0;
     if (pa_stream_get_latency(m_flujo, &retraso, &negativo) < 0) return m_oidas;
-    const std::uint64_t porOir = negativo ? 0 : retraso * static_cast<std::uint64_t>(m_hz) / 1'000'000;
+    if (negativo) return m_oidas;  // more heard than written: its clock hasn't settled
+    const std::uint64_t porOir = retraso * static_cast<std::uint64_t>(m_hz) / 1'000'000;
     std::uint64_t escritas = m_escritas;
     for (const auto &relleno : m_rellenos) escritas += relleno.second;
     std::uint64_t oidas = escritas > porOir ? escritas - porOir : 0;
     for (const auto &[antes, largo] : m_rellenos)
         if (oidas > antes) oidas -= std::min(largo, oidas - antes);
-    m_oidas = std::clamp(oidas, m_oidas, m_escritas);
+    oidas = std::min({oidas, m_escritas, TopeDelReloj()});
+    m_oidas = std::max(m_oidas, oidas);
     return m_oidas;
+}
+
+// A young stream's reckoned position may jump to its end; believed, it would cut a short utterance off unheard.
+std::uint64_t cSalidaPulse::TopeDelReloj() const {
+    if (m_taponada) return m_oidas;
+    const std::uint64_t transcurrido = (pa_rtclock_now() - m_salidaEn) * 101 / 100;  // a device may be a little fast
+    return m_salidaDesde + transcurrido * static_cast<std::uint64_t>(m_hz) / 1'000'000;
 }
 
 void cSalidaPulse::Pausa(bool enPausa) {
@@ -156,6 +170,7 @@ void cSalidaPulse::Pausa(bool enPausa) {
 void cSalidaPulse::Vacia() {
     cServidorPulse::Cerrojo cerrojo(m_servidor);
     VaciaFlujo();
+    m_salidaDesde = 0;
     m_pausa = false;
     m_escritas = m_oidas = 0;
 }
@@ -178,6 +193,8 @@ void cSalidaPulse::VaciaFlujo() {
 void cSalidaPulse::Tapona(bool taponada) {
     if (taponada == m_taponada) return;
     m_taponada = taponada;
+    m_salidaEn = pa_rtclock_now();
+    m_salidaDesde = m_oidas;
     ondalis::Suelta(pa_stream_cork(m_flujo, taponada ? 1 : 0, nullptr, nullptr));
     PideTiempos();
 }
