@@ -2,6 +2,7 @@
 
 #include <bit>
 #include <cassert>
+#include <cstring>
 #include <type_traits>
 #include <utility>
 
@@ -10,6 +11,11 @@ namespace ondalis {
 namespace {
 
 constexpr std::size_t kCabecera = 4;  // the length field
+
+// Units and samples are copied whole where memory holds them as the wire does; a long text starts as fast as a short
+// one.
+template <typename T>
+constexpr bool kEnBloque = std::is_integral_v<T> && (sizeof(T) == 1 || std::endian::native == std::endian::little);
 
 // The order of fields is stated once, in Campos, and walked by the writer and by the reader alike.
 
@@ -30,8 +36,12 @@ public:
             for (unsigned i = 0; i < sizeof(T); i++) m_destino.push_back(static_cast<std::uint8_t>(u >> (8 * i)));
         } else if constexpr (requires { valor.data(); }) {
             (*this)(static_cast<std::uint32_t>(valor.size()));
-            m_destino.reserve(m_destino.size() + valor.size() * sizeof(valor[0]));
-            for (const auto &elemento : valor) (*this)(elemento);
+            if constexpr (kEnBloque<typename T::value_type>) {
+                const auto *bytes = reinterpret_cast<const std::uint8_t *>(valor.data());
+                m_destino.insert(m_destino.end(), bytes, bytes + valor.size() * sizeof(valor[0]));
+            } else {
+                for (const auto &elemento : valor) (*this)(elemento);
+            }
         } else {
             Campos(*this, valor);
         }
@@ -79,6 +89,12 @@ public:
             (*this)(cuenta);
             using Elemento = typename T::value_type;
             if (cuenta > m_bytes.size() / MinimoDe<Elemento>()) return Rechaza();
+            if constexpr (kEnBloque<Elemento>) {
+                valor.resize(cuenta);
+                if (cuenta > 0) std::memcpy(valor.data(), m_bytes.data(), cuenta * sizeof(Elemento));
+                m_bytes = m_bytes.subspan(cuenta * sizeof(Elemento));
+                return;
+            }
             valor.reserve(cuenta);
             for (std::uint32_t i = 0; i < cuenta && m_bien; i++) {
                 Elemento elemento{};

@@ -10,9 +10,13 @@ namespace {
 
 // Source units looked at for one piece; leaves room for what is added on the way.
 constexpr std::size_t kMaxOrigen = 1500;
-// eSpeak NG 1.51 overruns its stack on long tokens of dots or apostrophes: "a." 85 times, "U.S." 50 times, "s'" 220
-// times. Its word buffers hold 160 bytes: other tokens are cut too, by size.
-constexpr unsigned kMaxSignosSeguidos = 10;
+// eSpeak NG 1.51 overruns its stack on 85 dotted short elements ("a.a.a.", "U.S.U.S.", also "e.g. e.g.") that no clause
+// end interrupts, on dots that stand before or between blanks (" .x .x"), and on 68 elements with an apostrophe in one
+// token ("s's's'"). A blank does not help: the piece ends well before, so that the engine gets the rest in another
+// call.
+constexpr unsigned kMaxElementos = 30;
+constexpr unsigned kElementoCorto = 2;
+// Its word buffers hold 160 bytes: other endless tokens are broken by a blank.
 constexpr unsigned kMaxSeguidos = 60;
 
 enum class Clase : std::uint8_t {
@@ -27,6 +31,8 @@ struct Caracter {
     std::uint32_t indice = 0;  // of the text
     Clase clase = Clase::Propio;
 };
+
+constexpr auto kNinguno = std::u32string_view::npos;
 
 bool EsFinDeFrase(char16_t c) { return c == u'.' || c == u'!' || c == u'?' || c == u'…' || c == u'\x3002'; }
 
@@ -59,7 +65,7 @@ public:
     // Takes characters from `inicio` until `fin` or a full piece; returns where it stopped.
     std::size_t Toma(std::size_t inicio, std::size_t fin) {
         std::size_t i = inicio;
-        while (i < fin && m_salida.size() < kMaxPieza - 64) {
+        while (i < fin && m_salida.size() < kMaxPieza - 64 && m_puntos + m_apostrofos < kMaxElementos) {
             const PuntoCodigo p = LeePunto(m_texto, i);
             TomaUno(p, i);
             i += p.unidades;
@@ -83,7 +89,10 @@ private:
         if (c == 0x2028 || c == 0x2029) c = U'\n';
         if (p.roto || (EsBlanco(c) && c != U'\n' && c != U'\t')) c = U' ';
         if (EsBlanco(c)) {
-            m_seguidos = m_signos = 0;
+            m_seguidos = m_elemento = m_apostrofos = 0;
+            m_anterior = c;
+            if (m_finDeFrase) m_puntos = 0;
+            m_finDeFrase = false;
         } else if (const auto nombre = NombreEn(c, i); !nombre.empty()) {
             return Nombra(c, nombre, indice);
         }
@@ -92,11 +101,18 @@ private:
     }
 
     void RompeSiLargo(char32_t c, std::uint32_t indice) {
-        m_seguidos++;
-        if (c == U'.' || c == U'\'' || c == U'’') m_signos++;
-        if (m_signos < kMaxSignosSeguidos && m_seguidos < kMaxSeguidos) return;
+        const bool punto = c == U'.', apostrofo = c == U'\'' || c == U'’';
+        const bool corto = m_elemento <= kElementoCorto;
+        const bool sigueElipsis = punto && m_anterior == U'.';
+        m_anterior = c;
+        if (!sigueElipsis)
+            m_finDeFrase = punto ? !corto : m_elemento > 0 && std::u32string_view(U",;:!?").find(c) != kNinguno;
+        if (punto && corto) m_puntos++;
+        if (apostrofo && corto) m_apostrofos++;
+        m_elemento = EsAlfanumerico(c) ? m_elemento + 1 : 0;
+        if (++m_seguidos < kMaxSeguidos) return;
         m_salida.push_back({U' ', indice, Clase::Anadido});
-        m_seguidos = m_signos = 0;
+        m_seguidos = 0;
     }
 
     char32_t Vecino(std::size_t i, int paso) const {
@@ -127,13 +143,17 @@ private:
         if (std::u32string_view(U",.;:?!").find(c) != std::u32string_view::npos)
             m_salida.push_back({c, indice, Clase::Nombre});
         m_salida.push_back({U' ', indice, Clase::Anadido});
-        m_seguidos = m_signos = 0;
+        m_seguidos = m_elemento = 0;
     }
 
     std::u16string_view m_texto;
     const OpcionesPieza &m_opciones;
     std::vector<Caracter> m_salida;
-    unsigned m_seguidos = 0, m_signos = 0;  // characters and dots since the last blank
+    unsigned m_seguidos = 0;                  // characters since the last blank
+    unsigned m_elemento = 0;                  // letters and digits since the last other character
+    unsigned m_puntos = 0, m_apostrofos = 0;  // short elements: since the last clause end; in this token
+    char32_t m_anterior = 0;                  // the character before
+    bool m_finDeFrase = false;                // the character before was the sign of a clause end
 };
 
 bool Llena(const Caracter &c) { return c.clase == Clase::Propio && EsDePalabra(c.c); }

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <initializer_list>
+#include <utility>
 
 namespace ondalis {
 
@@ -20,6 +21,30 @@ void Linea(std::string &texto, std::string_view nombre, std::initializer_list<do
     texto += '\n';
 }
 
+std::string Principio(std::string_view idioma) {
+    std::string texto(idioma);
+    if (!texto.empty() && texto.back() != '\n') texto += '\n';
+    return texto;
+}
+
+// Lowest and highest pitch that the language file gives, or what the engine takes where it gives none.
+std::pair<int, int> TonoDelFichero(std::string_view idioma) {
+    std::pair<int, int> tono{82, 118};
+    for (std::size_t i = 0; i < idioma.size();) {
+        std::string_view linea = idioma.substr(i, idioma.find('\n', i) - i);
+        i += linea.size() + 1;
+        if (!linea.starts_with("pitch ")) continue;
+        std::pair<int, int> leido{0, 0};
+        for (int *valor : {&leido.first, &leido.second}) {
+            linea.remove_prefix(std::min(linea.find_first_of("0123456789"), linea.size()));
+            const char *fin = std::from_chars(linea.data(), linea.data() + linea.size(), *valor).ptr;
+            linea.remove_prefix(static_cast<std::size_t>(fin - linea.data()));
+        }
+        if (leido.first > 0 && leido.second > 0) tono = leido;
+    }
+    return tono;
+}
+
 }  // namespace
 
 // The laws below were measured on eSpeak NG 1.51: mean pitch within 1 % in Spanish, 2 % in English and French, 5 % in
@@ -32,8 +57,7 @@ std::string TextoDeVoz(std::string_view idioma, const ValoresFormantes &valores)
     const double b = .6 * y;
     const double s = std::clamp(valores.tamCabeza, 0, 100);
 
-    std::string texto(idioma);
-    if (!texto.empty() && texto.back() != '\n') texto += '\n';
+    std::string texto = Principio(idioma);
     const double d = .0088 * h * f;
     const double p = std::max(h + 9 - .82 * d, 10.);
     Linea(texto, "pitch", {p, p + d});
@@ -47,6 +71,16 @@ std::string TextoDeVoz(std::string_view idioma, const ValoresFormantes &valores)
     const double k = 100 * std::exp2((50 - s) / 100);
     if (s != 50)
         for (int n = 0; n <= 8; n++) Linea(texto, "formant", {static_cast<double>(n), k, -1, -1});
+    return texto;
+}
+
+// The engine's own pitch parameter is no ratio: half an octave up on its scale gives 1.3 instead of 1.5.
+std::string TextoDeVozLlana(std::string_view idioma, double factor) {
+    if (factor == 1) return std::string(idioma);
+    std::string texto = Principio(idioma);
+    const auto [bajo, alto] = TonoDelFichero(idioma);
+    factor = std::clamp(factor, .3, 4.);
+    Linea(texto, "pitch", {bajo * factor, alto * factor});
     return texto;
 }
 

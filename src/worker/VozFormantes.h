@@ -1,4 +1,4 @@
-// The voice text of a formant voice: eSpeak NG's language file with lines of ours behind it. Pure.
+// The voice text that the engine is given: eSpeak NG's language file with lines of ours behind it. Pure.
 #pragma once
 
 #include <string>
@@ -14,5 +14,8 @@ struct ValoresFormantes {
 
 // `idioma` is the whole text of the language file.
 std::string TextoDeVoz(std::string_view idioma, const ValoresFormantes &valores);
+
+// A plain voice whose pitch is `factor` times its own. At 1 the language file as it is.
+std::string TextoDeVozLlana(std::string_view idioma, double factor);
 
 }  // namespace ondalis

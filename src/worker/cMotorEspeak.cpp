@@ -19,6 +19,7 @@ namespace ondalis {
 
 namespace {
 
+constexpr double kTonoLlano = 100;  // hertz of a request that stand for a plain voice's own pitch
 constexpr int kMsBloque = 50;       // of sound in one callback: what a stop waits for at most
 constexpr int kVolumenMotor = 90;   // the highest at which no voice clips; the gain is ours
 constexpr double kPausaLetra = 60;  // milliseconds between spelled letters at 170 words a minute
@@ -147,12 +148,15 @@ bool cMotorEspeak::EligeVoz(const ParametrosVoz &voz, const EstadoHabla &estado)
     if (!estado.idioma.empty())
         if (auto otro = m_lenguas.DeIdioma(estado.idioma)) identificador = otro;
     if (!identificador) return false;
-    std::string texto = m_lenguas.Texto(*identificador);
+    const std::string &idioma = m_lenguas.Texto(*identificador);
+    const double tono = estado.tono * (estado.enfasis ? kEnfasisTono : 1);
+    std::string texto;
     if (voz.formantes) {
-        const double tono = estado.tono * (estado.enfasis ? kEnfasisTono : 1);
         const int fluctuacion = std::min(100, voz.fluctuacion + (estado.enfasis ? kEnfasisFluctuacion : 0));
         texto = TextoDeVoz(
-            texto, {static_cast<int>(std::lround(tono)), fluctuacion, voz.aspereza, voz.diafonia, voz.tamCabeza});
+            idioma, {static_cast<int>(std::lround(tono)), fluctuacion, voz.aspereza, voz.diafonia, voz.tamCabeza});
+    } else {
+        texto = TextoDeVozLlana(idioma, tono / kTonoLlano);
     }
     if (!CargaVoz(texto)) return false;
     m_idioma = *identificador;
@@ -176,19 +180,12 @@ bool cMotorEspeak::CargaVoz(const std::string &texto) {
 }
 
 // All of them before each stretch: whatever the engine keeps from the one before is undone.
-void cMotorEspeak::PonParametros(const ParametrosVoz &voz, const EstadoHabla &estado, int nominal) {
-    int tono = 50, margen = 50;
-    if (!voz.formantes) {
-        // The engine's scale is in half octaves around the voice's own pitch, which stands for 100 hertz.
-        const double factor = estado.tono / 100 * (estado.enfasis ? kEnfasisTono : 1);
-        tono = static_cast<int>(std::lround(std::clamp(50 + 50 * std::log2(factor), 0., 100.)));
-        if (estado.enfasis) margen += kEnfasisFluctuacion / 2;
-    }
+void cMotorEspeak::PonParametros(const EstadoHabla &estado, int nominal) {
     const bool conSignos = estado.puntuacion && LenguaDeSignos(m_idioma) == LenguaSignos::Ninguna;
     espeak_SetParameter(espeakRATE, nominal, 0);
     espeak_SetParameter(espeakVOLUME, kVolumenMotor, 0);
-    espeak_SetParameter(espeakPITCH, tono, 0);
-    espeak_SetParameter(espeakRANGE, margen, 0);
+    espeak_SetParameter(espeakPITCH, 50, 0);
+    espeak_SetParameter(espeakRANGE, 50, 0);
     espeak_SetParameter(espeakPUNCTUATION, conSignos ? espeakPUNCT_ALL : espeakPUNCT_NONE, 0);
     espeak_SetParameter(espeakCAPITALS, 0, 0);
     espeak_SetParameter(espeakWORDGAP, 0, 0);
@@ -203,7 +200,7 @@ bool cMotorEspeak::DiceTexto(const Locucion &locucion, const Paso &paso, const E
     vuelo.ganancia = estado.ganancia * (estado.enfasis ? kEnfasisGanancia : 1);
     vuelo.tramo = paso.tramo;
     if (estado.deletreo) {
-        PonParametros(locucion.voz, estado, ritmo.nominal);
+        PonParametros(estado, ritmo.nominal);
         return Deletrea(paso, vuelo);
     }
     const OpcionesPieza opciones{LenguaDeSignos(m_idioma), locucion.voz.formantes, estado.puntuacion};
@@ -214,7 +211,7 @@ bool cMotorEspeak::DiceTexto(const Locucion &locucion, const Paso &paso, const E
         // Something follows in the utterance: the pause at the end of a sentence is made.
         const bool sigue = i < texto.size() || paso.tramo != &locucion.tramos.back();
         if (!pieza.hablable) continue;
-        PonParametros(locucion.voz, estado, ritmo.nominal);
+        PonParametros(estado, ritmo.nominal);
         DicePieza(pieza, sigue, vuelo);
     }
     return vuelo.vivo;
