@@ -15,6 +15,9 @@ constexpr std::uint32_t kBufferMs = 100;
 constexpr std::uint32_t kPedidoMs = 40;
 // Behind the last sample: the server's clock stands a device's length short of the end once it has nothing to play.
 constexpr std::uint32_t kRellenoMs = 100;
+// How old the server's positions may be while sound goes out. The library's own updates go on in a corked stream, and
+// would wake an idle reader; in between it interpolates.
+constexpr pa_usec_t kEntreTiempos = 50'000;
 
 std::uint32_t Bytes(int hz, std::uint32_t ms) { return static_cast<std::uint32_t>(hz) * ms / 1000 * kMuestra; }
 
@@ -66,7 +69,7 @@ bool cSalidaPulse::Crea(pa_context *contexto, int hz) {
     atributos.minreq = Bytes(hz, kPedidoMs);
     atributos.fragsize = static_cast<std::uint32_t>(-1);
     const auto banderas = static_cast<pa_stream_flags_t>(PA_STREAM_START_CORKED | PA_STREAM_INTERPOLATE_TIMING |
-                                                         PA_STREAM_AUTO_TIMING_UPDATE | PA_STREAM_ADJUST_LATENCY);
+                                                         PA_STREAM_ADJUST_LATENCY);
     const char *dispositivo = m_dispositivo.empty() ? nullptr : m_dispositivo.c_str();
     if (pa_stream_connect_playback(m_flujo, dispositivo, &atributos, banderas, nullptr, nullptr) < 0) {
         Suelta();
@@ -81,10 +84,17 @@ bool cSalidaPulse::Crea(pa_context *contexto, int hz) {
 }
 
 void cSalidaPulse::Suelta() {
+    ondalis::Suelta(m_tiempos);
+    m_tiempos = nullptr;
     if (!m_flujo) return;
-    pa_stream_set_state_callback(m_flujo, nullptr, nullptr);
     pa_stream_set_write_callback(m_flujo, nullptr, nullptr);
-    pa_stream_disconnect(m_flujo);
+    // One that is still being made can't be let go of yet: it would stay on the server.
+    const bool aMedias = pa_stream_get_state(m_flujo) == PA_STREAM_CREATING;
+    const auto alHacerse = [](pa_stream *flujo, void *) {
+        if (pa_stream_get_state(flujo) == PA_STREAM_READY) pa_stream_disconnect(flujo);
+    };
+    pa_stream_set_state_callback(m_flujo, aMedias ? static_cast<pa_stream_notify_cb_t>(alHacerse) : nullptr, nullptr);
+    if (!aMedias) pa_stream_disconnect(m_flujo);
     pa_stream_unref(m_flujo);
     m_flujo = nullptr;
 }
@@ -123,17 +133,28 @@ std::uint64_t cSalidaPulse::Oidas() {
     if (!Lista() || m_escritas == m_oidas) return m_oidas;
     // Counted back from what was written: absolute positions of the server outlive a flush, and until it has told the
     // new ones there is no latency either.
+    const bool enCamino = m_tiempos && pa_operation_get_state(m_tiempos) == PA_OPERATION_RUNNING;
+    if (!m_taponada && !enCamino && pa_rtclock_now() - m_tiemposDesde > kEntreTiempos) PideTiempos();
     pa_usec_t retraso = 0;
     int negativo = 0;
     if (pa_stream_get_latency(m_flujo, &retraso, &negativo) < 0) return m_oidas;
-    const std::uint64_t porOir = negativo ? 0 : retraso * static_cast<std::uint64_t>(m_hz) / 1'000'000;
+    if (negativo) return m_oidas;  // more heard than written: its clock hasn't settled
+    const std::uint64_t porOir = retraso * static_cast<std::uint64_t>(m_hz) / 1'000'000;
     std::uint64_t escritas = m_escritas;
     for (const auto &relleno : m_rellenos) escritas += relleno.second;
     std::uint64_t oidas = escritas > porOir ? escritas - porOir : 0;
     for (const auto &[antes, largo] : m_rellenos)
         if (oidas > antes) oidas -= std::min(largo, oidas - antes);
-    m_oidas = std::clamp(oidas, m_oidas, m_escritas);
+    oidas = std::min({oidas, m_escritas, TopeDelReloj()});
+    m_oidas = std::max(m_oidas, oidas);
     return m_oidas;
+}
+
+// A young stream's reckoned position may jump to its end; believed, it would cut a short utterance off unheard.
+std::uint64_t cSalidaPulse::TopeDelReloj() const {
+    if (m_taponada) return m_oidas;
+    const std::uint64_t transcurrido = (pa_rtclock_now() - m_salidaEn) * 101 / 100;  // a device may be a little fast
+    return m_salidaDesde + transcurrido * static_cast<std::uint64_t>(m_hz) / 1'000'000;
 }
 
 void cSalidaPulse::Pausa(bool enPausa) {
@@ -149,6 +170,7 @@ void cSalidaPulse::Pausa(bool enPausa) {
 void cSalidaPulse::Vacia() {
     cServidorPulse::Cerrojo cerrojo(m_servidor);
     VaciaFlujo();
+    m_salidaDesde = 0;
     m_pausa = false;
     m_escritas = m_oidas = 0;
 }
@@ -161,14 +183,26 @@ void cSalidaPulse::Reposa() {
 void cSalidaPulse::VaciaFlujo() {
     if (!Lista()) return;
     Tapona(true);
-    if (m_escritas > 0) ondalis::Suelta(pa_stream_flush(m_flujo, nullptr, nullptr));
+    if (m_escritas > 0) {
+        ondalis::Suelta(pa_stream_flush(m_flujo, nullptr, nullptr));
+        PideTiempos();
+    }
     m_rellenos.clear();
 }
 
 void cSalidaPulse::Tapona(bool taponada) {
     if (taponada == m_taponada) return;
     m_taponada = taponada;
+    m_salidaEn = pa_rtclock_now();
+    m_salidaDesde = m_oidas;
     ondalis::Suelta(pa_stream_cork(m_flujo, taponada ? 1 : 0, nullptr, nullptr));
+    PideTiempos();
+}
+
+void cSalidaPulse::PideTiempos() {
+    ondalis::Suelta(m_tiempos);
+    m_tiempos = pa_stream_update_timing_info(m_flujo, nullptr, nullptr);
+    m_tiemposDesde = pa_rtclock_now();
 }
 
 }  // namespace ondalis

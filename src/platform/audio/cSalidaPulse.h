@@ -31,9 +31,11 @@ public:
 private:
     bool Lista() const;
     void Suelta();
+    std::uint64_t TopeDelReloj() const;
     bool Crea(pa_context *contexto, int hz);
     void Tapona(bool taponada);
     void VaciaFlujo();
+    void PideTiempos();
     void Despierta() const {
         if (m_despierta) m_despierta();
     }
@@ -48,8 +50,13 @@ private:
     int m_hz = 0;
     bool m_taponada = true;  // corked: what was asked of the server last
     bool m_pausa = false;
-    std::uint64_t m_escritas = 0;  // since the last flush
+    pa_operation *m_tiempos = nullptr;  // the last request for the server's positions
+    pa_usec_t m_tiemposDesde = 0;       // when it was made
+    std::uint64_t m_escritas = 0;       // since the last flush
     std::uint64_t m_oidas = 0;
+    // When the sound began to move last and where it stood: it can't be ahead of the clock from there.
+    pa_usec_t m_salidaEn = 0;
+    std::uint64_t m_salidaDesde = 0;
     // Silence put behind what is to be played to its end: {samples before it, its length}.
     std::deque<std::pair<std::uint64_t, std::uint64_t>> m_rellenos;
 };

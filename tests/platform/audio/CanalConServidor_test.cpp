@@ -59,6 +59,27 @@ TEST_F(CanalConServidor, WordsComeWhenTheyAreHeardAtTheSink) {
     EXPECT_LT(errores[errores.size() / 2], 5.0);
 }
 
+TEST_F(CanalConServidor, AShortUtteranceOnANewStreamIsHeardWhole) {
+    for (int i = 0; i < 8; ++i) {  // the reckoning of a new stream's position is at its worst then
+        ServidorDeSonido propio;
+        propio.Arranca();
+        cServidorPulse servidor("prueba", propio.Direccion());
+        ASSERT_TRUE(servidor.EsperaConexion(20s));
+        MonitorDeSonido monitor(propio);
+        ASSERT_TRUE(monitor.Espera([&] { return monitor.Cuantas() > 1000; }));
+        cSalidaPulse salida(servidor, "voz");
+        cCanalMotor canal(lanzador, salida, reloj);
+        canal.SetOyente(&oyente);
+        const auto numero = static_cast<std::uint64_t>(i) + 1;
+        canal.Habla(LocucionDe(numero, std::u16string(48, u'a')));
+        ASSERT_TRUE(oyente.EsperaFin(numero));
+        ASSERT_TRUE(monitor.EsperaHasta(pa_rtclock_now() + 100'000));
+        const auto oido = monitor.Muestras();
+        const auto suenan = oido.size() - static_cast<std::size_t>(std::count(oido.begin(), oido.end(), 0));
+        EXPECT_GE(suenan, 60u * MonitorDeSonido::kHz / 1000 - 100);  // 60 ms, but for the resampler's edge
+    }
+}
+
 TEST_F(CanalConServidor, AServerKilledAndRestartedInMidReadingCostsNoWordAndTheSoundComesBack) {
     sonido.Arranca();
     cServidorPulse servidor("prueba", sonido.Direccion());
