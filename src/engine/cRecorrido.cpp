@@ -131,6 +131,8 @@ cRecorrido::Remedio cRecorrido::Falla() {
     if (m_total >= m_totalAlFallar + kMuestrasDeAvance || m_finOido > m_desdeAlFallar) m_fallosSeguidos = 0;
     if (++m_fallosSeguidos > kMaxFallosSeguidos) return Remedio::Abandona;
     m_totalAlFallar = m_total;
+    // A clause that was left behind a word of it failed somewhere else this time: it is no killer yet.
+    const bool avanzo = m_finOido > m_desdeAlFallar;
 
     const std::uint32_t desde = std::max(m_finOido, m_locucion.desde);
     const auto fin = FinDeClausula(m_locucion, desde);
@@ -141,7 +143,7 @@ cRecorrido::Remedio cRecorrido::Falla() {
     const bool hayMas = fin && FinDeClausula(m_locucion, *fin);
     m_desdeAlFallar = m_locucion.desde = desde;
     m_hasta.reset();
-    if (clausula != m_clausulaFallida) {
+    if (clausula != m_clausulaFallida || avanzo) {
         m_clausulaFallida = clausula;
         if (hayMas) m_hasta = fin;
         return Remedio::Reintenta;
