@@ -106,8 +106,9 @@ cAplicacion::cAplicacion(Preparativos &preparativos, QString linea)
       m_sonido(m_salidaSonido, m_cola),
       m_salidaIBM(p.servidor, Producto::Titulo),
       m_salidaSAPI5(p.servidor, Producto::Titulo),
-      m_canalIBM([this] { return std::make_unique<cCanalMotor>(p.lanzador, m_salidaIBM, m_reloj); }),
-      m_canalSAPI5([this] { return std::make_unique<cCanalMotor>(p.lanzador, m_salidaSAPI5, m_reloj); }),
+      m_canalIBM([this] { return std::make_unique<cCanalMotor>(p.lanzador, m_salidaIBM, m_reloj, p.tokens.Plazos()); }),
+      m_canalSAPI5(
+          [this] { return std::make_unique<cCanalMotor>(p.lanzador, m_salidaSAPI5, m_reloj, p.tokens.Plazos()); }),
       m_voz(m_canalIBM, m_cola, m_estadoVoz, p.log),
       m_voces(p.log),
       m_tecla(m_teclas, m_cola, p.log),
@@ -191,7 +192,7 @@ bool cAplicacion::PreguntaSinSonido() {
 void cAplicacion::ReuneVoces() {
     const bool sinSAPI5 = cGeneral::GetParam(m_linea, QStringLiteral("nosapi5"));
     m_voces.ChequeaSAPI5Compatible([this] { return !p.tokens.Tokens().empty(); });
-    m_voces.RecogeVocesEquipo(&p.tokens, sinSAPI5, {});
+    m_voces.RecogeVocesEquipo(&p.tokens, sinSAPI5, [this] { m_cola.DejaCorrer(); });
     if (m_voces.SAPI5Compatible() && !sinSAPI5)
         m_vozSAPI5 = std::make_unique<SpVoice>(m_canalSAPI5, p.tokens, m_cola, m_estadoVoz, p.log);
     m_opciones = std::make_unique<Opciones>(m_registro, p.log, m_voces, m_vozSAPI5 != nullptr);
