@@ -99,6 +99,27 @@ def con_una_caja_abierta_se_lee_lo_que_se_copia_y_las_teclas_obedecen():
         assert _cajas(b)
 
 
+@caso
+def una_tecla_que_esperaba_a_un_aviso_actua_aunque_la_anterior_abra_una_caja():
+    """Both keys wait for the notice's end; the first one then opens a box, with the tick switched off."""
+    with Banco(ajustes=_con(TONO, {'General': {'UtilizaSonidos': 'True', 'SonidosPortapapeles': 'False'},
+                                   'Teclas': {'UtilizaAvisos': '1'}})) as b:
+        b.copia(texto_tonos(0, 8))
+        b.espera_palabra(7)
+        b.espera_silencio()
+        _abre_caja(b)
+        b.tecla('Return')
+        espera(lambda: not _cajas(b), 5, que='the box to close')
+        t = b.tecla('super+ctrl+F10')
+        b.espera_sonido(3, desde=t)
+        b.tecla('ctrl+3')
+        b.tecla('alt+1')
+        espera(lambda: _cajas(b), 5, que='the box of the repeat')
+        b.espera_silencio(1.0)
+        assert len(b.sonidos('DESACTIVAR', t)) == 1, 'the second key waits for the box'
+        assert _cajas(b)
+
+
 def _acaba_con_caja(b, acaba):
     espera(b.motores, que='a worker')
     pids = b.motores()
