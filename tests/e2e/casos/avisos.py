@@ -118,6 +118,10 @@ def una_tecla_que_esperaba_a_un_aviso_actua_aunque_la_anterior_abra_una_caja():
         b.espera_silencio(1.0)
         assert len(b.sonidos('DESACTIVAR', t)) == 1, 'the second key waits for the box'
         assert _cajas(b)
+        b.tecla('Return')
+        espera(lambda: not _cajas(b), 5, que='the box to close')
+        b.copia(texto_tonos(20, 8))
+        b.calla(1.2)  # switched off stays switched off
 
 
 def _acaba_con_caja(b, acaba):
