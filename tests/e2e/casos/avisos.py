@@ -300,6 +300,45 @@ def apagado_cada_tecla_dice_que_esta_inactivo():
         assert b.ajuste('Voz', 'Velocidad') is None
 
 
+@caso
+def cada_orden_tiene_su_sonido_una_vez_y_en_su_sitio():
+    with Banco(ajustes={'General': {'UtilizaSonidos': 'True'}, 'Teclas': {'UtilizaAvisos': '0'}}) as b:
+        b.copia(texto_tonos(0, 60))
+        b.espera_palabra(5)
+
+        def suena(tecla, *nombres):
+            t = b.tecla(tecla)
+            for nombre in nombres:
+                espera(lambda: b.sonidos(nombre, t), 5, paso=0.1, que=f'{nombre} after {tecla}')
+            time.sleep(0.7)  # a second time would be heard by now
+            for nombre in ('ACTIVAR', 'DESACTIVAR', 'ERROR', 'VOLUMEN', 'DETENER', 'PAUSA', 'REPETIRLECTURA'):
+                veces = len(b.sonidos(nombre, t))
+                assert veces == (nombre in nombres), f'{nombre} heard {veces} times after {tecla}'
+        suena('ctrl+1', 'PAUSA')
+        suena('Print', 'ERROR')  # refused while a reading stands, which is left as it was
+        suena('ctrl+3', 'ERROR')
+        suena('ctrl+1', 'PAUSA')
+        suena('ctrl+2', 'DETENER')
+        suena('ctrl+3', 'REPETIRLECTURA')
+        b.espera_palabra(5)
+        suena('alt+1', 'DESACTIVAR')  # it stops the reading without the sound of an end
+        suena('ctrl+2', 'ERROR')
+        suena('alt+1', 'ACTIVAR')
+        suena('super+ctrl+F10', 'VOLUMEN')
+        suena('ctrl+3', 'ERROR')  # being switched off has disabled the repeat
+
+
+@caso
+def sigterm_durante_un_aviso_sapi5_termina_bien():
+    with Banco('real', _con(ESPEAK, {'Teclas': {'UtilizaAvisos': '1'}})) as b:
+        t = b.tecla('Print')
+        b.espera_sonido(3, desde=t)
+        pids = b.motores()
+        b.lector.send_signal(signal.SIGTERM)
+        assert b.lector.wait(15) == 0  # the notice is spoken to its end
+        espera(lambda: not any(vivo(p) for p in pids), 2, que='the workers to end')
+
+
 # The program off, and the tray.
 
 @caso
