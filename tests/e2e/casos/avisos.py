@@ -134,7 +134,7 @@ def _acaba_con_caja(b, acaba):
 
 @caso
 def sigterm_con_la_caja_del_marcado_termina_bien():
-    with Banco(ajustes=TONO) as b:
+    with Banco('real', ESPEAK) as b:
         _abre_caja(b)
         _acaba_con_caja(b, lambda: b.lector.send_signal(signal.SIGTERM))
 
@@ -170,21 +170,23 @@ def _gdbus(b, quien, camino, metodo, *argumentos):
 
 @caso
 def salir_del_menu_de_un_panel_moderno_con_la_caja_del_marcado_termina_bien():
-    """Such a host draws the menu itself and asks for its entries on the bus, so a modal box doesn't stand in its way."""
+    """Such a host draws the menu itself and asks for it on the bus, so a modal box doesn't stand in its way."""
     with Banco(arranca=False, ajustes=TONO) as b:
         b.escritorio.mata_bandeja()
         vigilante = _Vigilante(b)
         b.arranca_lector()
         quien = espera(vigilante.registrado, 10, que='the icon')
-        menu = re.search(r"objectpath '([^']+)'", _gdbus(b, quien, '/StatusNotifierItem', 'org.freedesktop.DBus.Properties.Get',
-                                                          'org.kde.StatusNotifierItem', 'Menu')).group(1)
+        menu = re.search(r"objectpath '([^']+)'", _gdbus(
+            b, quien, '/StatusNotifierItem', 'org.freedesktop.DBus.Properties.Get', 'org.kde.StatusNotifierItem',
+            'Menu')).group(1)
         _gdbus(b, quien, menu, 'com.canonical.dbusmenu.AboutToShow', '0')
         entradas = _gdbus(b, quien, menu, 'com.canonical.dbusmenu.GetLayout', '0', '--', '-1', '[]')
         assert "<'Desactivar (Alt + 1)'>" in entradas, entradas
         salir = re.findall(r"<\((\d+), \{[^{}]*'label': <'Salir'>", entradas)
         assert len(salir) == 1, entradas
         _abre_caja(b)
-        _acaba_con_caja(b, lambda: _gdbus(b, quien, menu, 'com.canonical.dbusmenu.Event', salir[0], 'clicked', "<''>", '0'))
+        _acaba_con_caja(
+            b, lambda: _gdbus(b, quien, menu, 'com.canonical.dbusmenu.Event', salir[0], 'clicked', "<''>", '0'))
 
 
 # A SAPI 5 voice in the whole program.
@@ -235,7 +237,7 @@ def una_voz_sapi5_se_para_en_pausa_y_lee_despues():
 
 @caso
 def un_aviso_sapi5_detiene_las_teclas_hasta_que_acaba():
-    """The notice of the speed holds the second key back: two notices one after the other, none cut, each with its value."""
+    """The notice of the speed holds the second key back: two notices, none cut, each with its value."""
     with Banco(ajustes=_con(TONO, {'Teclas': {'UtilizaAvisos': '1'}})) as b:
         t = b.tecla('super+ctrl+F10')
         b.espera_sonido(3, desde=t)
