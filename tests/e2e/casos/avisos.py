@@ -44,8 +44,10 @@ def _abre_caja(b, texto=ROTO):
     caja = espera(lambda: _cajas(b), 5, que='the message box')[0]
 
     def en_foco():
-        activa = b.escritorio.procesos.corre(['xprop', '-root', '_NET_ACTIVE_WINDOW']).decode().split()[-1]
-        return int(activa, 16) == int(caja, 16)
+        # Before any window has had the focus there is no such property.
+        activa = re.search(r'# (0x[0-9a-f]+)',
+                           b.escritorio.procesos.corre(['xprop', '-root', '_NET_ACTIVE_WINDOW']).decode())
+        return activa and int(activa.group(1), 16) == int(caja, 16)
     espera(en_foco, 5, que='the focus in the message box')
     return caja
 
