@@ -96,7 +96,8 @@ struct cAplicacion::Lector {
 cAplicacion::cAplicacion(Preparativos &preparativos, QString linea)
     : p(preparativos),
       m_linea(std::move(linea)),
-      m_mensajes([](WId ventana) { TraeAlFrente(static_cast<std::uint32_t>(ventana)); }),
+      m_mensajes([](WId ventana) { TraeAlFrente(static_cast<std::uint32_t>(ventana)); },
+                 [this] { m_cola.Despierta(); }),
       m_general(p.log, m_mensajes, m_prioridad),
       m_registro(p.log, rutas::CarpetaAutoarranque()),
       m_portapapeles(p.log),

@@ -52,8 +52,7 @@ def el_lector_matado_no_deja_huerfanos():
 
 def _icono(b):
     """Centre of the reader's icon in the tray, in pixels of the screen."""
-    salida = b.escritorio.procesos.corre(['xwininfo', '-root', '-tree']).decode(errors='replace')
-    for linea in salida.splitlines():
+    for linea in b.escritorio.arbol():
         # tint2 reparents the icon's window: its class is the reader's, its size the panel's.
         if 'ondalis' in linea.lower() and '"' in linea:
             medida = linea.split()[-2].split('+')[0], linea.split()[-1]
@@ -73,8 +72,7 @@ def _abre_menu(b):
 
 
 def _hay_menu(b):
-    salida = b.escritorio.procesos.corre(['xwininfo', '-root', '-tree']).decode(errors='replace')
-    for linea in salida.splitlines():
+    for linea in b.escritorio.arbol():
         if 'ondalis' in linea.lower() and '"' in linea:
             tamano = linea.split()[-2].split('+')[0].split('x')
             if int(tamano[0]) > 100 and int(tamano[1]) > 100:
