@@ -4,7 +4,7 @@ CASOS ?=
 SEGUNDOS ?= 60
 prefix ?= /usr/local
 
-.PHONY: run build test bench lint install clean asan tsan fuzz demo
+.PHONY: run build test bench lint install paquete prueba-paquete screenshots clean asan tsan fuzz demo
 
 run:
 	@scripts/ejecuta
@@ -44,6 +44,16 @@ fuzz:
 
 install: build
 	@cmake --install build --prefix $(prefix)
+
+# The Debian package, in build/; prueba-paquete installs it on a bare Debian 12 and has it read there (root, network).
+paquete:
+	@scripts/instala construir paquete
+	@scripts/compila release programas
+	@cd build && cpack --config CPackConfig.cmake
+
+prueba-paquete: paquete
+	@scripts/instala pruebas
+	@packaging/prueba-paquete
 
 clean:
 	rm -rf build build-dev build-asan build-tsan build-fuzz build-lint
