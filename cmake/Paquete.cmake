@@ -8,12 +8,14 @@ set(CPACK_PACKAGE_VENDOR Ferrano)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "reads aloud the texts that you copy (Spanish interface)")
 set(CPACK_PACKAGE_DESCRIPTION
-"Ondalis lives in the notification area of the desktop. A text copied in any program is heard at once; global keys \
-pause it, silence it, repeat it and move through it by words, whatever window has the focus. Short sounds and spoken \
+"Ondalis lives in the notification area of the desktop. A text copied in any
+program is heard at once; global keys pause it, silence it, repeat it and move
+through it by words, whatever window has the focus. Short sounds and spoken
 notices tell what a key did, or why it did nothing.
 
-It is made for blind and low-vision people and for everyone who would rather listen. Its interface and its help are in \
-Spanish; it speaks with Spanish voices of its own and with those of eSpeak NG.")
+It is made for blind and low-vision people and for everyone who would rather
+listen. Its interface and its help are in Spanish; it speaks with Spanish
+voices of its own and with those of eSpeak NG.")
 set(CPACK_PACKAGE_DIRECTORY ${CMAKE_BINARY_DIR})
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 # The bus needs the program's real path in a file, so the installation has to know the prefix: no staging prefix.
@@ -39,6 +41,4 @@ ondalis_comprime(${CMAKE_SOURCE_DIR}/packaging/debian/changelog ${CMAKE_BINARY_D
 list(APPEND comprimidos ${CMAKE_BINARY_DIR}/packaging/changelog.gz)
 install(FILES ${CMAKE_BINARY_DIR}/packaging/changelog.gz packaging/debian/copyright
     DESTINATION ${ondalis_datos}/doc/ondalis COMPONENT debian EXCLUDE_FROM_ALL)
-install(FILES packaging/debian/lintian-overrides DESTINATION ${ondalis_datos}/lintian/overrides RENAME ondalis
-    COMPONENT debian EXCLUDE_FROM_ALL)
 include(CPack)
