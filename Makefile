@@ -1,6 +1,7 @@
 # The two commands are `make run` and `make test`; both install what is missing first. CMake does the work.
 SHELL := /bin/sh
 CASOS ?=
+CAPTURAS ?=
 SEGUNDOS ?= 60
 prefix ?= /usr/local
 
@@ -54,6 +55,12 @@ paquete:
 prueba-paquete: paquete
 	@scripts/instala pruebas
 	@packaging/prueba-paquete
+
+# The pictures of docs/pictures; CAPTURAS="name ..." takes only those. Look at them before they are committed.
+screenshots:
+	@scripts/instala construir pruebas
+	@scripts/compila release programas
+	@/usr/bin/python3 tests/e2e/capturas.py $(CAPTURAS)
 
 clean:
 	rm -rf build build-dev build-asan build-tsan build-fuzz build-lint
