@@ -35,4 +35,9 @@ QString ProgramaMotor(const QString &carpetaEjecutable) {
     return !QFileInfo(alLado).isFile() && QFileInfo(aparte).isFile() ? aparte : alLado;
 }
 
+QString CarpetaInstalada(const QString &carpetaEjecutable) {
+    // The build folder is laid out like an installation, so one rule serves both.
+    return QDir::cleanPath(carpetaEjecutable + QStringLiteral("/../share/ondalis"));
+}
+
 }  // namespace ondalis::rutas

@@ -11,5 +11,7 @@ QString CarpetaAutoarranque();
 QString LecturaWav();  // default target of a recording: the music folder, else home
 // The engine worker: what ONDALIS_MOTOR names, else beside the executable or in ../libexec/ondalis.
 QString ProgramaMotor(const QString &carpetaEjecutable);
+// What comes with the program and is only read: help, read-me file, descriptions. Without "/" at its end.
+QString CarpetaInstalada(const QString &carpetaEjecutable);
 
 }  // namespace ondalis::rutas
