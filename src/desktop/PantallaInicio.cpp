@@ -15,6 +15,9 @@
 #include "desktop/RegionImagen.h"
 #include "settings/cRegistro.h"
 
+// The macro declares a function of the global namespace.
+static void RegistraPantallas() { Q_INIT_RESOURCE(pantallas); }
+
 namespace ondalis {
 
 namespace {
@@ -54,6 +57,7 @@ PantallaInicio::PantallaInicio(cGeneral &general, std::function<void()> dejaCorr
     : QWidget(nullptr, Qt::Dialog | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
       m_general(general),
       m_dejaCorrer(std::move(dejaCorrer)) {
+    RegistraPantallas();
     setObjectName(QStringLiteral("PantallaInicio"));
     setFixedSize(kAncho, kAlto);
     setMouseTracking(true);
