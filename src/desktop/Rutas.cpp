@@ -10,6 +10,11 @@ QString CarpetaDatos() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/ondalis");
 }
 
+QStringList CarpetasDeLectura(const QString &carpetaEjecutable) {
+    return {CarpetaDatos(), carpetaEjecutable,
+            QDir::cleanPath(carpetaEjecutable + QStringLiteral("/../share/ondalis"))};
+}
+
 QString FicheroLog() {
     QString estado = qEnvironmentVariable("XDG_STATE_HOME");
     // The conventions want a relative path ignored.

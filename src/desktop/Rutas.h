@@ -2,10 +2,14 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace ondalis::rutas {
 
 QString CarpetaDatos();  // the user's data folder, without "/" at its end
+// Where the files that the program only reads are looked for, in this order: the user's own copies, beside the
+// executable, the installed data folder.
+QStringList CarpetasDeLectura(const QString &carpetaEjecutable);
 QString FicheroLog();
 QString CarpetaAutoarranque();
 QString LecturaWav();  // default target of a recording: the music folder, else home

@@ -12,6 +12,7 @@
 #include "engine/cCanalMotor.h"
 #include "libs/ondalis_dicc.h"
 #include "platform/x11/AlFrente.h"
+#include "platform/x11/cCapturaX11.h"
 #include "settings/Catalogo.h"
 
 namespace ondalis {
@@ -114,8 +115,16 @@ cAplicacion::cAplicacion(Preparativos &preparativos, QString linea)
       m_voces(p.log),
       m_tecla(m_teclas, m_cola, p.log),
       m_timerLectura(m_cola),
+      m_superficie({.registro = m_registro,
+                    .general = m_general,
+                    .cola = m_cola,
+                    .abridor = m_abridor,
+                    .captura = [] { return std::make_unique<cCapturaX11>(); },
+                    .alFrente = [](WId ventana) { TraeAlFrente(static_cast<std::uint32_t>(ventana)); },
+                    .carpetas = rutas::CarpetasDeLectura(QCoreApplication::applicationDirPath()),
+                    .pagina = QStringLiteral(ONDALIS_WEB)}),
       m_ventanas(
-          p.log, [this] { Salir(); }, [this] { m_mensajes.Cierra(); }) {
+          p.log, [this] { Salir(); }, [this] { m_mensajes.Cierra(); }, m_superficie) {
     RegistraSonidos();
     m_cola.SetHayModal([] { return QApplication::activeModalWidget() != nullptr; });
     m_cola.SetRepinta(Repinta);
@@ -221,6 +230,7 @@ void cAplicacion::ConectaMenu() {
     menu.AlPulsar(e.Opciones, [&form] { form.Opciones_Click(); });
     menu.AlPulsar(e.AbrirEditor, [&form] { form.AbrirEditor_Click(); });
     menu.AlPulsar(e.Salir, [&form] { form.Salir_Click(); });
+    m_superficie.Conecta(e, menu);
     m_bandeja.SetMenu(&menu.Menu());
     m_bandeja.AlDobleClick([this, &form] { m_cola.Pon(cCola::Clase::Orden, [&form] { form.Opciones_Click(); }); });
 }

@@ -9,6 +9,7 @@
 #include "desktop/cMensajesQt.h"
 #include "desktop/cMenuBandeja.h"
 #include "desktop/cPunteroQt.h"
+#include "desktop/cSuperficie.h"
 #include "engine/Reloj.h"
 #include "engine/cLanzadorProceso.h"
 #include "keys/cTecla.h"
@@ -17,6 +18,7 @@
 #include "platform/audio/cSonidoPulse.h"
 #include "platform/dbus/cVigiaBandeja.h"
 #include "platform/motor/cTokensMotor.h"
+#include "platform/sistema/cAbridorXdg.h"
 #include "platform/sistema/cPrioridadUnix.h"
 #include "platform/sistema/cSenales.h"
 #include "platform/x11/cPortapapelesX11.h"
@@ -50,15 +52,21 @@ public:
     int Ejecuta();
 
 private:
-    // Without windows; the end closes the boxes that are open.
+    // Without the configuration's and the editor's windows; the end closes those that there are and the open boxes.
     class Ventanillas : public SinVentanas {
     public:
-        Ventanillas(cLog &log, std::function<void()> salir, std::function<void()> descarga)
-            : SinVentanas(log, std::move(salir)), m_descarga(std::move(descarga)) {}
-        void DescargaFormularios() override { m_descarga(); }
+        Ventanillas(cLog &log, std::function<void()> salir, std::function<void()> descarga, cSuperficie &superficie)
+            : SinVentanas(log, std::move(salir)), m_descarga(std::move(descarga)), m_superficie(superficie) {}
+        void DescargaFormularios() override {
+            m_superficie.DescargaFormularios();
+            m_descarga();
+        }
+        void MuestraLupa() override { m_superficie.MuestraLupa(); }
+        void DescargaLupa() override { m_superficie.DescargaLupa(); }
 
     private:
         std::function<void()> m_descarga;
+        cSuperficie &m_superficie;
     };
     struct Opciones;
     struct Lector;
@@ -101,6 +109,8 @@ private:
     cVoces m_voces;
     cTecla m_tecla;
     cTemporizador m_timerLectura;
+    cAbridorXdg m_abridor;
+    cSuperficie m_superficie;
     Ventanillas m_ventanas;
     std::unique_ptr<Opciones> m_opciones;  // read from the store, after -clear has acted
     std::unique_ptr<Lector> m_lector;
