@@ -176,11 +176,20 @@ def salir_del_menu_de_un_panel_moderno_con_la_caja_del_marcado_termina_bien():
     with Banco(arranca=False, ajustes=TONO) as b:
         b.escritorio.mata_bandeja()
         vigilante = _Vigilante(b)
+        # One that comes while the reader starts would see a first icon go and its successor come.
+        espera(lambda: 'true' in _gdbus(b, 'org.freedesktop.DBus', '/', 'org.freedesktop.DBus.NameHasOwner',
+                                        'org.kde.StatusNotifierWatcher'), 10, que='the watcher')
         b.arranca_lector()
-        quien = espera(vigilante.registrado, 10, que='the icon')
-        menu = re.search(r"objectpath '([^']+)'", _gdbus(
-            b, quien, '/StatusNotifierItem', 'org.freedesktop.DBus.Properties.Get', 'org.kde.StatusNotifierItem',
-            'Menu')).group(1)
+
+        def menu_del_icono():
+            quien = vigilante.registrado()
+            try:
+                dado = quien and _gdbus(b, quien, '/StatusNotifierItem', 'org.freedesktop.DBus.Properties.Get',
+                                        'org.kde.StatusNotifierItem', 'Menu')
+            except AssertionError:
+                return None
+            return dado and (quien, re.search(r"objectpath '([^']+)'", dado).group(1))
+        quien, menu = espera(menu_del_icono, 10, que='the icon and its menu')
         _gdbus(b, quien, menu, 'com.canonical.dbusmenu.AboutToShow', '0')
         entradas = _gdbus(b, quien, menu, 'com.canonical.dbusmenu.GetLayout', '0', '--', '-1', '[]')
         assert "<'Desactivar (Alt + 1)'>" in entradas, entradas

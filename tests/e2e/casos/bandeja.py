@@ -48,13 +48,14 @@ class _Vigilante:
                                                           stdout=salida)
 
     def registrado(self):
-        """The bus name of whoever has registered an icon, None so far."""
+        """The bus name of whoever has registered an icon last, None so far."""
+        ultimo = None
         with open(self._ruta, encoding='utf-8') as f:
             for linea in f:
                 metodo, _, quien = linea.rstrip('\n').partition(' ')
                 if metodo == 'RegisterStatusNotifierItem' and quien and linea.endswith('\n'):
-                    return quien
-        return None
+                    ultimo = quien
+        return ultimo
 
     def mata(self):
         self._proceso.kill()
