@@ -53,9 +53,10 @@ struct cAplicacion::Opciones {
 
 struct cAplicacion::Lector {
     Lector(cAplicacion &a, Opciones &o)
-        : motor(a.m_voz, a.m_vozSAPI5.get(), nullptr, o.voz),
+        : motor(a.m_voz, a.m_vozSAPI5.get(), &a.m_vozECI, o.voz),
           filtro(a.p.log),
           grabadora(a.p.log),
+          extractor(a.m_general),
           form({.log = a.p.log,
                 .general = a.m_general,
                 .cola = a.m_cola,
@@ -81,7 +82,8 @@ struct cAplicacion::Lector {
                 .iconoBarra = a.m_bandeja,
                 .ventanas = a.m_ventanas,
                 .editor = nullptr,
-                .leeValoresVoces = [&a] { a.m_voces.LeeValoresVoces(a.m_voz); }}),
+                .leeValoresVoces = [&a] { a.m_voces.LeeValoresVoces(a.m_voz); },
+                .extractor = &extractor}),
           menu(form.Menu(), a.m_cola) {}
 
     MotorVoz motor;
@@ -90,6 +92,7 @@ struct cAplicacion::Lector {
     SinEnlaceWord enlaceWord;
     SinEnlaceExplorer enlaceExplorer;
     SinGrabadora grabadora;
+    ExtractorTextoLlano extractor;
     cFormPrincipal form;
     cMenuBandeja menu;
 };
@@ -108,10 +111,13 @@ cAplicacion::cAplicacion(Preparativos &preparativos, QString linea)
       m_sonido(m_salidaSonido, m_cola),
       m_salidaIBM(p.servidor, Producto::Titulo),
       m_salidaSAPI5(p.servidor, Producto::Titulo),
+      m_salidaECI(p.servidor, Producto::Titulo),
       m_canalIBM([this] { return std::make_unique<cCanalMotor>(p.lanzador, m_salidaIBM, m_reloj, p.tokens.Plazos()); }),
       m_canalSAPI5(
           [this] { return std::make_unique<cCanalMotor>(p.lanzador, m_salidaSAPI5, m_reloj, p.tokens.Plazos()); }),
+      m_canalECI([this] { return std::make_unique<cCanalMotor>(p.lanzador, m_salidaECI, m_reloj, p.tokens.Plazos()); }),
       m_voz(m_canalIBM, m_cola, m_estadoVoz, p.log),
+      m_vozECI(m_canalECI, m_cola, p.log),
       m_voces(p.log),
       m_tecla(m_teclas, m_cola, p.log),
       m_timerLectura(m_cola),
@@ -158,6 +164,7 @@ bool cAplicacion::CargaLector() {
     if (m_saliendo) return false;
     m_lector->form.Form_Load();
     m_lector->form.Init();
+    m_remoto = std::make_unique<cRemoto>(m_lector->form, m_cola, m_estadoVoz, p.log);
     return true;
 }
 
@@ -172,7 +179,7 @@ void cAplicacion::PreparaCarpetas() {
 }
 
 void cAplicacion::ConectaSalida() {
-    const auto sal = [this] { m_cola.Pon(cCola::Clase::Orden, [this] { m_ventanas.Salir(); }); };
+    const auto sal = [this] { PideSalida(); };
     m_senales = std::make_unique<cSenales>(sal);
     // The session starts us again by its own entry, never by what it remembers.
     const auto acaba = [sal](QSessionManager &sesion) {
@@ -180,6 +187,12 @@ void cAplicacion::ConectaSalida() {
         sal();
     };
     QObject::connect(qApp, &QGuiApplication::commitDataRequest, &m_cola, acaba, Qt::DirectConnection);
+}
+
+// The end is an order like others; but a file being spoken holds orders back, so that one is silenced at once.
+void cAplicacion::PideSalida() {
+    if (m_lector) m_lector->form.CierraRemoto();
+    m_cola.Pon(cCola::Clase::Orden, [this] { m_ventanas.Salir(); });
 }
 
 // A server that is there answers within milliseconds; one that isn't gets its time while the desktop is served.
@@ -231,6 +244,9 @@ void cAplicacion::ConectaMenu() {
     menu.AlPulsar(e.AbrirEditor, [&form] { form.AbrirEditor_Click(); });
     menu.AlPulsar(e.Salir, [&form] { form.Salir_Click(); });
     m_superficie.Conecta(e, menu);
+    // Under the bus's protocol for menus the click comes in while a file is spoken.
+    if (auto *salir = menu.Menu().findChild<QAction *>(QStringLiteral("Salir")))
+        QObject::connect(salir, &QAction::triggered, &m_cola, [&form] { form.CierraRemoto(); });
     m_bandeja.SetMenu(&menu.Menu());
     m_bandeja.AlDobleClick([this, &form] { m_cola.Pon(cCola::Clase::Orden, [&form] { form.Opciones_Click(); }); });
 }

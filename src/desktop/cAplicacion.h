@@ -9,6 +9,7 @@
 #include "desktop/cMensajesQt.h"
 #include "desktop/cMenuBandeja.h"
 #include "desktop/cPunteroQt.h"
+#include "desktop/cRemoto.h"
 #include "desktop/cSuperficie.h"
 #include "engine/Reloj.h"
 #include "engine/cLanzadorProceso.h"
@@ -27,6 +28,7 @@
 #include "reader/cFormPrincipal.h"
 #include "settings/cTemporizador.h"
 #include "speech/Voces.h"
+#include "speech/cVozECIEnVivo.h"
 
 namespace ondalis {
 
@@ -79,6 +81,7 @@ private:
     void CreaLector();
     void ConectaMenu();
     void ConectaSalida();
+    void PideSalida();
     void Salir();
 
     Preparativos &p;
@@ -101,10 +104,13 @@ private:
     cRelojMonotono m_reloj;
     cSalidaPulse m_salidaIBM;
     cSalidaPulse m_salidaSAPI5;
+    cSalidaPulse m_salidaECI;
     cCanalPerezoso m_canalIBM;
     cCanalPerezoso m_canalSAPI5;
+    cCanalPerezoso m_canalECI;
     cEstadoVoz m_estadoVoz;
     ActorSvr m_voz;
+    cVozECIEnVivo m_vozECI;
     std::unique_ptr<SpVoice> m_vozSAPI5;  // null: switched off or unusable
     cVoces m_voces;
     cTecla m_tecla;
@@ -114,6 +120,7 @@ private:
     Ventanillas m_ventanas;
     std::unique_ptr<Opciones> m_opciones;  // read from the store, after -clear has acted
     std::unique_ptr<Lector> m_lector;
+    std::unique_ptr<cRemoto> m_remoto;
     std::unique_ptr<cSenales> m_senales;
 };
 

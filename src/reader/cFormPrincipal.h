@@ -4,14 +4,16 @@
 //
 // The sources follow the reasons to change: _sesion (the reading and its events), _navegacion (stop, pause, repeat,
 // moves), _portapapeles (the tick and the clipboard), _word (foreground documents and their tracking), _teclas (hot-key
-// commands), _icono (icon, menu, active state), _arranque (start and end).
+// commands), _remoto (commands of other programs), _icono (icon, menu, active state), _arranque (start and end).
 #pragma once
 
 #include <QString>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <span>
 
+#include "audio/ExtractorTexto.h"
 #include "audio/cOpcGrabar.h"
 #include "desktop/cSonido.h"
 #include "desktop/cTxtLengua.h"
@@ -60,6 +62,7 @@ struct ColaboradoresPrincipal {
     VentanaEditor *editor = nullptr;  // null: no editor window exists
     // Reads each voice's own values from the speech control into the catalogue, once, in Form_Load; may be empty.
     std::function<void()> leeValoresVoces = {};
+    ExtractorTexto *extractor = nullptr;  // null: every file is taken for a plain text
 };
 
 class cFormPrincipal {
@@ -103,7 +106,17 @@ public:
     int GetIconoBarra() const { return m_numIcono; }
 
     MenuIcono &Menu() { return m_menu; }
-    // Text of the item that remote clients watch; "StopSpeaking" at the end of a remote speech.
+    // A command of another program: "SPEAK " and a text, or "FILETXT " and a path. Judged at once: `cancel` -1 means
+    // refused (unknown, too many waiting, or the program ends), 0 that it waits for its turn in the queue. Returns the
+    // command's number, 0 for a refused one. No box and no speech before it has returned.
+    std::uint32_t Form_LinkExecute(const QString &comando, std::int16_t &cancel);
+    // Called once for each accepted command: when its speech has ended, or when it has none.
+    void AlTerminarRemota(std::function<void(std::uint32_t)> aviso) { m_alTerminarRemota = std::move(aviso); }
+    // The program ends: no command is accepted or carried out any more, and the file being spoken falls silent. May be
+    // called while the main thread waits for that file.
+    void CierraRemoto();
+    // Text of the item that remote clients watch; "StopSpeaking" at the end of a remote speech. Each assignment is told,
+    // also of the same text: two ends in a row are two ends.
     const QString &DDELink() const { return m_ddeLink; }
     void SetDDELink(const QString &texto);
     void AlCambiarDDELink(std::function<void(const QString &)> aviso) { m_alCambiarDDELink = std::move(aviso); }
@@ -188,12 +201,32 @@ private:
     void Desactiva();
     void Activa();
 
+    // Commands of other programs.
+    struct OrdenRemota {
+        std::uint32_t numero;
+        QString comando;
+    };
+    void AtiendeRemota();
+    void CumpleRemota(const OrdenRemota &orden);
+    void HablaRemota(std::uint32_t numero, QString texto);
+    void LeeFicheroRemoto(QString fichero);
+    void TerminaRemota(std::uint32_t numero);
+    void AvisaRemoto(const QString &mensaje);
+
     ColaboradoresPrincipal c;
     Lectura m_l;
     MenuIcono m_menu;
     QString m_ddeLink{QStringLiteral("Vínculo")};
     std::function<void(const QString &)> m_alCambiarDDELink;
     int m_numIcono = 1;
+    std::deque<OrdenRemota> m_remotas;  // accepted, not begun
+    qsizetype m_letrasRemotas = 0;      // their length together, UTF-16 units
+    std::uint32_t m_ultimaRemota = 0;
+    std::uint32_t m_remotaSonando = 0;  // the command whose speech hasn't stopped; 0: none
+    bool m_enRemota = false;
+    bool m_remotoCerrado = false;
+    bool m_mensajeRemoto = false;  // a box about a command is open or on its way
+    std::function<void(std::uint32_t)> m_alTerminarRemota;
 };
 
 }  // namespace ondalis

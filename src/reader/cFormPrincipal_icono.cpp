@@ -117,7 +117,6 @@ void cFormPrincipal::Salir_Click() {
 }
 
 void cFormPrincipal::SetDDELink(const QString &texto) {
-    if (m_ddeLink == texto) return;
     m_ddeLink = texto;
     if (m_alCambiarDDELink) m_alCambiarDDELink(m_ddeLink);
 }

@@ -1,6 +1,7 @@
 // The reading itself: how one begins, what the engine's events do to it, and the spoken notices beside it.
 #include <algorithm>
 #include <new>
+#include <utility>
 
 #include "reader/Palabras.h"
 #include "reader/cFormPrincipal.h"
@@ -143,6 +144,7 @@ void cFormPrincipal::Voz_StopSpeaking() {
         m_l.PosPalabra = 0;
         m_l.Leyendo = false;
         m_l.EnPausa = false;
+        TerminaRemota(std::exchange(m_remotaSonando, 0));
         if (!m_menu.Detener.Habilitada()) return;
         if (c.estadoVoz.valor == cEstadoVoz::Remota) {
             SetDDELink(QStringLiteral("StopSpeaking"));

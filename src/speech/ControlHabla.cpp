@@ -54,14 +54,15 @@ void ControlHabla::Acepta(const ParametrosVoz &voz, std::vector<Tramo> tramos, M
         if (vivo->control == nullptr) return;  // the handler has dropped this object
     }
 
-    const bool aviso = modo != Modo::Lectura;
+    const bool aviso = modo == Modo::Aviso || modo == Modo::AvisoEsperando;
+    const bool espera = modo == Modo::LecturaEsperando || modo == Modo::AvisoEsperando;
     if (aviso) m_estado.valor = cEstadoVoz::Aviso;
     const std::int32_t rol = aviso                                  ? cEstadoVoz::Aviso
                              : m_estado.valor == cEstadoVoz::Remota ? cEstadoVoz::Remota
                                                                     : cEstadoVoz::Lectura;
     const std::uint64_t numero = ++g_ultimoNumero;
-    const int limiteMs = modo == Modo::AvisoEsperando ? LimiteEspera(tramos, m_margenEsperaMs) : 0;
-    m_actual = Emision{numero, rol, aviso};
+    const int limiteMs = espera ? LimiteEspera(tramos, m_margenEsperaMs) : 0;
+    m_actual = Emision{numero, rol, aviso || espera};
     // Queued before the channel knows of it: no Word and no End can be ahead of it.
     m_cola.Pon(cCola::Clase::Inicio, [interno = m_interno, numero] {
         if (interno->control != nullptr) interno->control->EntregaInicio(numero);
@@ -71,7 +72,7 @@ void ControlHabla::Acepta(const ParametrosVoz &voz, std::vector<Tramo> tramos, M
     locucion.voz = voz;
     locucion.tramos = std::move(tramos);
     m_canal.Habla(std::move(locucion));
-    if (modo == Modo::AvisoEsperando) EsperaFin(numero, limiteMs);
+    if (espera) EsperaFin(numero, limiteMs);
 }
 
 void ControlHabla::EsperaFin(std::uint64_t numero, int limiteMs) {
@@ -86,7 +87,7 @@ void ControlHabla::EsperaFin(std::uint64_t numero, int limiteMs) {
     // Its Start and its End wait in the queue meanwhile and are delivered after the call, with EstadoVoz still 1.
     if (m_cola.EsperaBloqueando(terminado, limiteMs)) return;
     m_log.Escribe(QStringLiteral("ControlHabla.Acepta: "),
-                  QStringLiteral("el aviso %1 no ha terminado en %2 ms").arg(numero).arg(limiteMs));
+                  QStringLiteral("la locución %1 no ha terminado en %2 ms").arg(numero).arg(limiteMs));
     m_canal.Detiene();
     EventoMotor fin;
     fin.numero = numero;
@@ -175,7 +176,7 @@ void ControlHabla::EntregaEvento() {
     }
     const std::int64_t posicion = evento.posicion;
     // A worker that was replaced may say a word again; the reading never goes back for it.
-    if (m_actual->aviso || posicion < m_actual->ultimaPosicion || posicion > std::numeric_limits<std::int32_t>::max())
+    if (m_actual->sinPalabras || posicion < m_actual->ultimaPosicion || posicion > std::numeric_limits<std::int32_t>::max())
         return;
     m_actual->ultimaPosicion = posicion;
     const auto manejador = m_eventos.alPalabra;

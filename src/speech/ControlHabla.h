@@ -49,10 +49,10 @@ public:
     void SetEventos(EventosVoz eventos) { m_eventos = std::move(eventos); }
 
 protected:
-    enum class Modo { Lectura, Aviso, AvisoEsperando };
+    enum class Modo { Lectura, LecturaEsperando, Aviso, AvisoEsperando };
 
-    // Accepts an utterance that has passed its markup check. AvisoEsperando blocks until it has been heard and queues
-    // its Start and Stop afterwards.
+    // Accepts an utterance that has passed its markup check. The two that wait block until it has been heard or stopped
+    // and queue its Start and Stop afterwards; they have no Words.
     void Acepta(const ParametrosVoz &voz, std::vector<Tramo> tramos, Modo modo);
     void Pausa();
     void Reanuda();
@@ -70,7 +70,7 @@ private:
     struct Emision {
         std::uint64_t numero;
         std::int32_t rol;
-        bool aviso;
+        bool sinPalabras;
         std::int64_t ultimaPosicion = -1;
     };
 

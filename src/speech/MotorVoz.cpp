@@ -1,5 +1,7 @@
 #include "speech/MotorVoz.h"
 
+#include "text/Codificacion.h"
+
 namespace ondalis {
 
 namespace {
@@ -87,6 +89,18 @@ Fallo MotorVoz::HablaAviso(const QString &texto) {
     return m_sapi5->Speak(texto, SpVoice::Purga);
 }
 
+Fallo MotorVoz::HablaFichero(const QString &fichero) {
+    if (m_opciones.EsIBM()) {
+        if (m_eci == nullptr) return Fallo::De(Fallo::LlamadaNoValida);
+        if (m_eci->HablaFichero(fichero, true, QString(), false)) return {};
+        return Fallo::De(Fallo::LlamadaNoValida, m_eci->UltimoError());
+    }
+    if (m_sapi5 == nullptr) return Fallo::De(Fallo::LlamadaNoValida);
+    QString texto;
+    if (const Fallo fallo = LeeFicheroTexto(fichero, texto)) return fallo;
+    return m_sapi5->Speak(texto, SpVoice::XML);
+}
+
 void MotorVoz::Pausa() {
     if (m_opciones.EsIBM())
         m_voz.Pausa();
@@ -116,6 +130,11 @@ void MotorVoz::Detiene() {
 
 void MotorVoz::CancelaECI() {
     if (m_eci != nullptr) m_eci->Cancela();
+}
+
+void MotorVoz::CancelaEspera() {
+    CancelaECI();
+    if (m_sapi5 != nullptr) static_cast<void>(m_sapi5->Speak({}, SpVoice::Purga));
 }
 
 }  // namespace ondalis

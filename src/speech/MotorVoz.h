@@ -30,11 +30,16 @@ public:
     [[nodiscard]] virtual Fallo Habla(const QString &texto, bool signos);
     // Spoken notice; EstadoVoz is already 1. SAPI 5 waits for its end.
     [[nodiscard]] virtual Fallo HablaAviso(const QString &texto);
+    // Speaks a plain text file on the device and waits for its end. "IBM" uses the waiting engine, without events; the
+    // failure's description is its UltimoError. SAPI 5 delivers its events afterwards.
+    [[nodiscard]] virtual Fallo HablaFichero(const QString &fichero);
     virtual void Pausa();
     virtual void Reanuda();
     virtual void Detiene();
     // Nothing of an earlier waiting or recording speech goes on sounding.
     virtual void CancelaECI();
+    // Ends whatever a caller further out waits for, at the program's end.
+    virtual void CancelaEspera();
 
 private:
     ActorSvr &m_voz;

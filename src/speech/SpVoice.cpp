@@ -111,7 +111,10 @@ Fallo SpVoice::Speak(const QString &texto, int flags) {
     voz.voz = m_token->voz;
     voz.velocidad = PalabrasPorMinuto(m_rate);
     voz.ganancia = m_volume / 100.0;
-    Acepta(voz, std::move(tramos), espera ? Modo::AvisoEsperando : Modo::Lectura);
+    Acepta(voz, std::move(tramos),
+           !espera                ? Modo::Lectura
+           : (flags & Purga) != 0 ? Modo::AvisoEsperando
+                                  : Modo::LecturaEsperando);
     return {};
 }
 

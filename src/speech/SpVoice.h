@@ -43,7 +43,8 @@ public:
     void SetVolume(int volume);  // 0 to 100, clamped
     int Volume() const { return m_volume; }
 
-    // Every call purges. Without flag 1 it is a notice: it returns when it has been spoken. Speak("", 2) silences.
+    // Every call purges. Without flag 1 it returns when it has been spoken, and it is a notice if flag 2 is there.
+    // Speak("", 2) silences, also what a call further out waits for.
     // Broken markup (flag 8) is the failure 0x80045042, no token at all is failure 5: nothing is purged and no event
     // comes.
     [[nodiscard]] Fallo Speak(const QString &texto, int flags);

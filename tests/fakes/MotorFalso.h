@@ -53,6 +53,16 @@ public:
         return {};
     }
 
+    // Spoken whole inside the call, without an event. `dentro` runs meanwhile, under what the wait withholds.
+    Fallo HablaFichero(const QString &fichero) override {
+        Anota(QStringLiteral("HablaFichero(%1)").arg(fichero));
+        if (rechazo) return std::exchange(rechazo, Fallo{});
+        const cCola::Retencion retencion(m_cola);
+        if (dentro) dentro();
+        return {};
+    }
+    void CancelaEspera() override { Anota(QStringLiteral("CancelaEspera")); }
+
     void Pausa() override {
         Anota(QStringLiteral("Pausa"));
         m_pausado = true;
@@ -82,6 +92,7 @@ public:
     bool Pausado() const { return m_pausado; }
 
     Fallo rechazo;  // what the next speech answers, once
+    std::function<void()> dentro;
     int velocidad = 0;
     int velocidadMaxima = 1000;  // the engine's own limit
 

@@ -23,6 +23,14 @@ public:
         ordenes.push_back(orden);
     }
     void Cancela() override { ordenes.push_back("cancela"); }
+    bool HablaFichero(const QString &fichero, bool sincrono, const QString &destino, bool avanzados) override {
+        ordenes.push_back("fichero " + fichero.toStdString() + (sincrono ? " espera" : "") + " <" +
+                          destino.toStdString() + ">" + (avanzados ? " avanzados" : ""));
+        return error.isEmpty();
+    }
+    QString UltimoError() const override { return QStringLiteral("cVozECI: ") + error; }
+
+    QString error;  // what the next speech of a file leaves
 
     std::vector<std::string> ordenes;
 };

@@ -97,7 +97,8 @@ protected:
                 word,         explorer,
                 foco,         grabadora,
                 icono,        ventanas,
-                &editor,      [this] { diario.Anota(QStringLiteral("voces.LeeValoresVoces")); }};
+                &editor,      [this] { diario.Anota(QStringLiteral("voces.LeeValoresVoces")); },
+                &extractor};
     }
     void PasaASAPI5() {
         opcVoz.SetFabricanteActivo(QStringLiteral("eSpeak NG"));
@@ -144,6 +145,7 @@ protected:
     IconoFalso icono{diario};
     VentanasFalsas ventanas{diario};
     EditorFalso editor{diario};
+    ExtractorTextoLlano extractor{general};
 };
 
 // The controller with an engine that the test plays.

@@ -116,12 +116,12 @@ TEST_F(Icono, ProgramaActivoReadsTheCaptionAlone) {
     EXPECT_FALSE(principal.ProgramaActivo());
 }
 
-TEST_F(Icono, TheWatchedItemTellsOnlyOfChanges) {
+TEST_F(Icono, TheWatchedItemTellsOfEachAssignmentForTwoEndsInARowAreTwo) {
     int veces = 0;
     principal.AlCambiarDDELink([&veces](const QString &) { ++veces; });
     principal.SetDDELink(QString());
     principal.SetDDELink(QString());
-    EXPECT_EQ(veces, 1);
+    EXPECT_EQ(veces, 2);
 }
 
 }  // namespace ondalis::prueba

@@ -44,6 +44,7 @@ class Escritorio:
         self.procesos = Procesos(entorno, self.carpeta)
         self._pulso = None
         self._bandeja = None
+        self._bus = None
 
     def __enter__(self):
         try:
@@ -62,10 +63,12 @@ class Escritorio:
             f.write(texto)
         return ruta
 
-    def _dado(self, orden, nombre):
+    def _dado(self, orden, nombre, guarda=None):
         """Starts a server that writes its address to a descriptor of ours, and returns the address."""
         lee, escribe = os.pipe()
-        self.procesos.arranca([a.replace('{fd}', str(escribe)) for a in orden], nombre, pass_fds=[escribe])
+        p = self.procesos.arranca([a.replace('{fd}', str(escribe)) for a in orden], nombre, pass_fds=[escribe])
+        if guarda:
+            setattr(self, guarda, p)
         os.close(escribe)
         with os.fdopen(lee) as f:
             linea = f.readline().strip()
@@ -77,9 +80,7 @@ class Escritorio:
         numero = self._dado(['Xvfb', '-displayfd', '{fd}', '-screen', '0', self._tamano + 'x24', '-nolisten', 'tcp',
                              '-noreset'], 'Xvfb')
         self.entorno['DISPLAY'] = ':' + numero
-        self.entorno['DBUS_SESSION_BUS_ADDRESS'] = self._dado(
-            ['dbus-daemon', '--session', '--nofork', '--print-address={fd}',
-             '--address=unix:path=' + os.path.join(self.carpeta, 'run', 'bus')], 'dbus')
+        self.arranca_bus()
         self.arranca_sonido()
         self.equis = Equis(self.entorno['DISPLAY'])
         self.procesos.corre(['setxkbmap', 'es'])
@@ -87,6 +88,17 @@ class Escritorio:
         espera(lambda: b'window id' in self.procesos.corre(['xprop', '-root', '_NET_SUPPORTING_WM_CHECK']),
                que='the window manager', paso=0.03)
         self.arranca_bandeja()
+
+    def arranca_bus(self):
+        """The session bus, always at the same address; also after mata_bus."""
+        direccion = 'unix:path=' + os.path.join(self.carpeta, 'run', 'bus')
+        self._dado(['dbus-daemon', '--session', '--nofork', '--print-address={fd}', '--address=' + direccion], 'dbus',
+                   guarda='_bus')
+        self.entorno['DBUS_SESSION_BUS_ADDRESS'] = direccion
+
+    def mata_bus(self):
+        self._bus.kill()
+        self._bus.wait()
 
     def arranca_bandeja(self):
         """The tray's host; also after mata_bandeja."""
