@@ -11,6 +11,7 @@
 #include <QRegion>
 #include <QScreen>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "desktop/RegionImagen.h"
 #include "settings/cRegistro.h"
@@ -23,6 +24,7 @@ namespace ondalis {
 namespace {
 
 constexpr int kAlto = 320, kAncho = 480;        // of the picture, in logical pixels
+constexpr qreal kLetraMayor = 15;               // points
 constexpr QRect kCampo{32, 152, 416, 100};      // free for labels and button
 constexpr QRgb kOrilla = 0xFF0B1730;            // the picture's outline
 constexpr const char *kTintaBoton = "#000080";  // 8388608 where blue stands in the high byte
@@ -66,11 +68,14 @@ PantallaInicio::PantallaInicio(cGeneral &general, std::function<void()> dejaCorr
 }
 
 void PantallaInicio::CreaControles() {
-    const auto rotulo = [this](const char *nombre, const QString &texto = {}) {
+    QFont letra = font();  // a little larger than the desktop's, as far as the picture has room for it
+    letra.setPointSizeF(std::min(letra.pointSizeF() + 2, kLetraMayor));
+    const auto rotulo = [this, letra](const char *nombre, const QString &texto = {}) {
         auto *label = new QLabel(texto, this);
         label->setObjectName(QLatin1String(nombre));
         label->setStyleSheet(QStringLiteral("color: #ffffff;"));
         label->setAttribute(Qt::WA_TransparentForMouseEvents);
+        label->setFont(letra);
         return label;
     };
     m_edicion = rotulo("Edicion");
@@ -83,6 +88,7 @@ void PantallaInicio::CreaControles() {
     m_salir->setObjectName(QStringLiteral("Salir"));
     m_salir->setStyleSheet(EstiloBoton(kTintaBoton));
     m_salir->setAutoDefault(true);
+    m_salir->setFont(letra);
     m_salir->setCursor(Qt::PointingHandCursor);
     m_salir->installEventFilter(this);
     connect(m_salir, &QPushButton::clicked, this, &QWidget::hide);

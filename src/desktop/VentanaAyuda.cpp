@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QResource>
+#include <QScreen>
 #include <QShortcut>
 #include <QTextBrowser>
 #include <QTimer>
@@ -15,18 +16,25 @@ namespace ondalis {
 namespace {
 const QString kRaiz = QStringLiteral("/libroayuda");  // where the help file is hung up among the resources
 const QString kPaginas = QStringLiteral("qrc:/libroayuda/");
-constexpr QSize kTamano{760, 560};
+constexpr QSize kTamano{760, 560}, kHolgura{20, 60};  // the second: for the frame and the desktop's panels
+constexpr int kMargen = 14, kAumento = 2;             // points above the desktop's own letter
 }  // namespace
 
 VentanaAyuda::VentanaAyuda(QWidget *duena) : QWidget(duena, Qt::Window) {
     setObjectName(QStringLiteral("VentanaAyuda"));
     setAttribute(Qt::WA_DeleteOnClose);
-    resize(kTamano);
+    resize(kTamano.boundedTo(screen()->availableSize() - kHolgura));
     m_texto = new QTextBrowser(this);
     m_texto->setObjectName(QStringLiteral("TextoAyuda"));
     m_texto->setAccessibleName(QStringLiteral("Texto de la ayuda"));
     m_texto->setTextInteractionFlags(Qt::TextBrowserInteraction | Qt::TextSelectableByKeyboard);
     m_texto->setOpenLinks(true);
+    m_texto->document()->setDocumentMargin(kMargen);
+    m_texto->zoomIn(kAumento);
+    for (const auto &[tecla, puntos] : {std::pair("Ctrl++", 1), std::pair("Ctrl+-", -1)}) {
+        auto *atajo = new QShortcut(QKeySequence(QLatin1String(tecla)), this);
+        connect(atajo, &QShortcut::activated, m_texto, [this, n = puntos] { m_texto->zoomIn(n); });
+    }
     auto *inicio = Boton("Indice", QStringLiteral("Índice"), QStringLiteral("Alt+Home"));
     m_atras = Boton("Atras", QStringLiteral("Atrás"), QStringLiteral("Alt+Left"));
     m_adelante = Boton("Adelante", QStringLiteral("Adelante"), QStringLiteral("Alt+Right"));

@@ -26,6 +26,13 @@ void Crea(const QString &ruta) {
     ASSERT_TRUE(fichero.open(QIODevice::WriteOnly));
 }
 
+TEST(Rutas, FilesOnlyReadAreLookedForWithTheUserBesideTheProgramAndInTheInstalledFolder) {
+    const Variable datos("XDG_DATA_HOME", "/tal/datos");
+    EXPECT_EQ(rutas::CarpetasDeLectura(QStringLiteral("/usr/bin")),
+              QStringList({QStringLiteral("/tal/datos/ondalis"), QStringLiteral("/usr/bin"),
+                           QStringLiteral("/usr/share/ondalis")}));
+}
+
 TEST(Rutas, DataAndLogFollowTheDesktopsFolders) {
     const Variable datos("XDG_DATA_HOME", "/tal/datos");
     const Variable estado("XDG_STATE_HOME", "/tal/estado");

@@ -101,6 +101,14 @@ TEST_F(Arranque, AConfiguredKeyIsRegisteredAndShown) {
     EXPECT_EQ(menu.PausaReanudar.Rotulo(), QStringLiteral("Pausa (Shift + 2)"));
 }
 
+TEST_F(Arranque, InitShowsTheMagnifierLastAndOnlyWhenWanted) {
+    principal.Init();
+    EXPECT_EQ(diario.De("ventanas"), Lineas{});
+    opcGeneral.SetVerLupa(true);
+    principal.Init();
+    EXPECT_EQ(diario.Todo().back(), "ventanas.MuestraLupa");
+}
+
 TEST_F(Arranque, InitPutsTheKeysNamesBehindTheCaptions) {
     Arranca();
     const auto con = [this](const QString &rotulo, const char *comando) {
