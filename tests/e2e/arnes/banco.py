@@ -181,7 +181,10 @@ class Banco:
         return sonido.palabras(*self.escritorio.grabadora.muestras(desde, hasta))
 
     def numeros(self, desde=None, hasta=None):
-        return [p.k for p in self.oye_palabras(desde, hasta)]
+        """Words heard, a word that a gap has cut counting once: on a busy machine sound runs dry for moments, and what it
+        leaves of a tone may be too short to have a number."""
+        cortadas = [p for p in self.oye_palabras(desde, hasta) if p.k is not None or p.fin - p.inicio > 0.025]
+        return [p.k for i, p in enumerate(cortadas) if i == 0 or p.k is None or p.k != cortadas[i - 1].k]
 
     def espera_palabra(self, k, limite=20.0, desde=None):
         """Waits until the tone k has been sounding for a moment; returns when it began."""

@@ -3,6 +3,7 @@
 Nothing of the real session is touched: home, configuration, run-time folder and sockets are all below one temporary
 folder, which goes at the end (it stays when a test fails and CONSERVA=1 is set).
 """
+import glob
 import os
 import shutil
 import subprocess
@@ -26,6 +27,9 @@ task_font = DejaVu Sans 9
 '''
 
 
+_SANEADORES = ('ASAN_OPTIONS', 'LSAN_OPTIONS', 'UBSAN_OPTIONS', 'TSAN_OPTIONS')
+
+
 class Escritorio:
     def __init__(self, tamano='1280x800'):
         self.carpeta = tempfile.mkdtemp(prefix='ondalis-e2e-')
@@ -40,6 +44,11 @@ class Escritorio:
         entorno.update(LANG='C.UTF-8', LC_ALL='C.UTF-8', NO_AT_BRIDGE='1',
                        PULSE_SERVER='unix:' + os.path.join(self.carpeta, 'run', 'pulso'),
                        PULSE_COOKIE=os.path.join(self.carpeta, 'run', 'galleta'))
+        # Programs built with a sanitizer report into the folder, whichever process it was and however it ended; a death
+        # on purpose (SIGKILL, abort) leaves no report.
+        for variable in _SANEADORES:
+            if variable in os.environ:
+                entorno[variable] = f'{os.environ[variable]}:log_path={os.path.join(self.carpeta, "saneador")}'
         self.entorno = entorno
         self.procesos = Procesos(entorno, self.carpeta)
         self._pulso = None
@@ -55,7 +64,21 @@ class Escritorio:
         return self
 
     def __exit__(self, tipo, _valor, _traza):
-        self.cierra(conserva=tipo is not None and os.environ.get('CONSERVA') == '1')
+        self.termina_procesos()
+        informes = self._informes()
+        self.cierra(conserva=(tipo is not None or informes) and os.environ.get('CONSERVA') == '1')
+        if informes:
+            print(informes)
+            if tipo is None:
+                raise AssertionError('a sanitizer has reported')
+
+    def _informes(self):
+        """What sanitizers have reported of any process of this desktop."""
+        textos = []
+        for ruta in sorted(glob.glob(os.path.join(self.carpeta, 'saneador.*'))):
+            with open(ruta, encoding='utf-8', errors='replace') as f:
+                textos.append(f'--- {os.path.basename(ruta)}\n{f.read()}')
+        return '\n'.join(textos)
 
     def _fichero(self, nombre, texto):
         ruta = os.path.join(self.carpeta, nombre)
@@ -140,11 +163,15 @@ class Escritorio:
     def captura(self, ruta):
         self.procesos.corre(['import', '-window', 'root', ruta])
 
-    def cierra(self, conserva=False):
+    def termina_procesos(self):
         if self.equis:
             self.equis.cierra()
             self.equis = None
-        self.procesos.termina_todos()
+        # The leak check at a program's end takes its time.
+        self.procesos.termina_todos(30.0 if any(v in self.entorno for v in _SANEADORES) else 3.0)
+
+    def cierra(self, conserva=False):
+        self.termina_procesos()
         if conserva:
             print(f'the desktop\'s folder stays: {self.carpeta}')
         else:

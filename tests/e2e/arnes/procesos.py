@@ -92,9 +92,9 @@ class Procesos:
                 p.kill()
                 p.wait(limite)
 
-    def termina_todos(self):
+    def termina_todos(self, limite=3.0):
         for p in reversed(self._todos):
-            self.termina(p)
+            self.termina(p, limite)
             for tubo in (p.stdout, p.stderr, p.stdin):
                 if tubo:
                     tubo.close()

@@ -1,6 +1,8 @@
 // The whole live channel on a real private sound server.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "engine/canal/BancoCanal.h"
 #include "fakes/ServidorDeSonido.h"
 #include "platform/audio/cSalidaPulse.h"
@@ -139,12 +141,17 @@ TEST_F(CanalConServidor, AnIdleChannelHardlyWakesUp) {
     canal.SetOyente(&oyente);
     canal.Habla(LocucionDe(1, u"uno dos seis"));
     ASSERT_TRUE(oyente.EsperaFin(1));
-    const long antes = Despertares();
     std::mutex cerrojo;
     std::condition_variable nunca;
     std::unique_lock guarda(cerrojo);
-    nunca.wait_for(guarda, 4s, [] { return false; });  // idleness is what is measured here
-    const double porSegundo = static_cast<double>(Despertares() - antes) / 4;
+    double porSegundo = 1000;
+    // Idleness is what is measured here, and a source of wake-ups shows in every stretch; the end of the sound, which a
+    // busy machine draws out, only in the first ones.
+    for (int tramo = 0; tramo < 4; ++tramo) {
+        const long antes = Despertares();
+        nunca.wait_for(guarda, 2s, [] { return false; });
+        porSegundo = std::min(porSegundo, static_cast<double>(Despertares() - antes) / 2);
+    }
     std::printf("idle: %.2f wake-ups a second\n", porSegundo);
     EXPECT_LT(porSegundo, 4);
 }
