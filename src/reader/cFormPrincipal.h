@@ -115,8 +115,8 @@ public:
     // The program ends: no command is accepted or carried out any more, and the file being spoken falls silent. May be
     // called while the main thread waits for that file.
     void CierraRemoto();
-    // Text of the item that remote clients watch; "StopSpeaking" at the end of a remote speech. Each assignment is told,
-    // also of the same text: two ends in a row are two ends.
+    // Text of the item that remote clients watch; "StopSpeaking" at the end of a remote speech. Each assignment is
+    // told, also of the same text: two ends in a row are two ends.
     const QString &DDELink() const { return m_ddeLink; }
     void SetDDELink(const QString &texto);
     void AlCambiarDDELink(std::function<void(const QString &)> aviso) { m_alCambiarDDELink = std::move(aviso); }

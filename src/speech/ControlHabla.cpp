@@ -176,7 +176,8 @@ void ControlHabla::EntregaEvento() {
     }
     const std::int64_t posicion = evento.posicion;
     // A worker that was replaced may say a word again; the reading never goes back for it.
-    if (m_actual->sinPalabras || posicion < m_actual->ultimaPosicion || posicion > std::numeric_limits<std::int32_t>::max())
+    if (m_actual->sinPalabras || posicion < m_actual->ultimaPosicion ||
+        posicion > std::numeric_limits<std::int32_t>::max())
         return;
     m_actual->ultimaPosicion = posicion;
     const auto manejador = m_eventos.alPalabra;

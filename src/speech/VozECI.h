@@ -17,8 +17,8 @@ public:
                               std::int16_t tamCabeza) = 0;
     virtual void Cancela() = 0;
     // Speaks the content of a text file. `sincrono`: returns when the speech has ended or was cancelled, which is no
-    // failure. `destino`: WAV file to write, empty for the sound device. `avanzados`: with the five advanced values set,
-    // else with the voice's own. False: failed, and UltimoError tells why.
+    // failure. `destino`: WAV file to write, empty for the sound device. `avanzados`: with the five advanced values
+    // set, else with the voice's own. False: failed, and UltimoError tells why.
     virtual bool HablaFichero(const QString &fichero, bool sincrono, const QString &destino, bool avanzados) = 0;
     virtual QString UltimoError() const = 0;  // "cVozECI: " and the text, which is empty after a success
 };

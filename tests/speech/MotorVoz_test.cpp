@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QTemporaryFile>
+#include <QTimer>
+
 #include "ControlDePrueba.h"
 #include "fakes/TokensFalsos.h"
 #include "fakes/VozECIFalsa.h"
@@ -112,6 +115,42 @@ TEST(MotorVoz, CancelSilencesTheRecordingEngine) {
     Mesa mesa("IBM", "Carlos");
     mesa.motor->CancelaECI();
     EXPECT_THAT(mesa.eci.ordenes, ElementsAre("cancela"));
+}
+
+TEST(MotorVoz, AnIbmFileGoesToTheWaitingEngineWithoutTheAdvancedValues) {
+    Mesa mesa("IBM", "Carlos");
+    EXPECT_FALSE(mesa.motor->HablaFichero(QStringLiteral("/x/a.txt")));
+    EXPECT_THAT(mesa.eci.ordenes, ElementsAre("fichero /x/a.txt espera <>"));
+    EXPECT_THAT(mesa.banco.canal.ordenes, IsEmpty());
+    mesa.eci.error = QStringLiteral("algo");
+    EXPECT_EQ(mesa.motor->HablaFichero(QStringLiteral("/x/a.txt")).descripcion, QStringLiteral("cVozECI: algo"));
+}
+
+TEST(MotorVoz, AFileOfOtherFamiliesIsReadAsTextWithMarkupAndWaitedFor) {
+    Mesa mesa("eSpeak NG", "Spanish");
+    QTemporaryFile fichero;
+    ASSERT_TRUE(fichero.open());
+    fichero.write("a\xF1o <silence msec='100'/>");
+    fichero.flush();
+    mesa.canalSAPI5.alHablar = [&] { QTimer::singleShot(0, &mesa.banco.cola, [&] { mesa.canalSAPI5.Fin(); }); };
+    EXPECT_FALSE(mesa.motor->HablaFichero(fichero.fileName()));
+    EXPECT_EQ(mesa.canalSAPI5.Texto(), u"año ");
+    EXPECT_FALSE(mesa.canalSAPI5.sonando);
+    EXPECT_EQ(mesa.motor->HablaFichero(QStringLiteral("/no/existe.txt")).numero, Fallo::FicheroNoEncontrado);
+}
+
+TEST(MotorVoz, AWaitForAFileIsEndedFromOutsideInBothFamilies) {
+    Mesa ibm("IBM", "Carlos");
+    ibm.motor->CancelaEspera();
+    EXPECT_THAT(ibm.eci.ordenes, ElementsAre("cancela"));
+    Mesa mesa("eSpeak NG", "Spanish");
+    QTemporaryFile fichero;
+    ASSERT_TRUE(fichero.open());
+    fichero.write("hola");
+    fichero.flush();
+    mesa.canalSAPI5.alHablar = [&] { QTimer::singleShot(0, &mesa.banco.cola, [&] { mesa.motor->CancelaEspera(); }); };
+    EXPECT_FALSE(mesa.motor->HablaFichero(fichero.fileName()));
+    EXPECT_FALSE(mesa.canalSAPI5.sonando);
 }
 
 TEST(MotorVoz, WithoutTheRecordingEngineTheLiveControlIsSetAlone) {
