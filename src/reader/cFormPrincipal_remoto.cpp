@@ -32,7 +32,8 @@ std::uint32_t cFormPrincipal::Form_LinkExecute(const QString &comando, std::int1
     if (m_remotoCerrado) return 0;
     if (!EsComando(comando)) {
         const QString mensaje = QStringLiteral("Comando DDE erroneo (") + Recortado(comando) + QLatin1Char(')');
-        c.log.Escribe(kProcedimiento, mensaje);
+        // One event is one line of the log, whatever a sender puts into it.
+        c.log.Escribe(kProcedimiento, QString(mensaje).replace(QLatin1Char('\n'), QLatin1Char(' ')));
         AvisaRemoto(mensaje);
         return 0;
     }

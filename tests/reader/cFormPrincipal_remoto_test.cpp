@@ -86,6 +86,11 @@ TEST_F(Remoto, AHugeRefusedCommandIsCutInLogAndBox) {
     EXPECT_LT(Log().back().size(), 500);
 }
 
+TEST_F(Remoto, ARefusedCommandOfSeveralLinesIsOneLineOfTheLog) {
+    EXPECT_EQ(Manda(QStringLiteral("CANTA\n2026 cRegistro.Salva: falso")), -1);
+    EXPECT_EQ(Log().size(), 1);
+}
+
 TEST_F(Remoto, NothingHappensInsideTheCall) {
     EXPECT_EQ(Manda(QStringLiteral("SPEAK hola")), 0);
     EXPECT_EQ(diario.Todo(), Lineas{});
