@@ -63,6 +63,10 @@ std::vector<TokenVoz> Pregunta(LanzadorMotor &lanzador, std::chrono::millisecond
 cTokensMotor::cTokensMotor(LanzadorMotor &lanzador, std::chrono::milliseconds limite)
     : m_respuesta(std::async(std::launch::async, [&lanzador, limite] { return Pregunta(lanzador, limite); })) {}
 
+bool cTokensMotor::Listos() const {
+    return !m_respuesta.valid() || m_respuesta.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+}
+
 const std::vector<TokenVoz> &cTokensMotor::Tokens() const {
     if (m_respuesta.valid()) m_tokens = m_respuesta.get();
     return m_tokens;

@@ -87,7 +87,7 @@ class Banco:
                     return linea.partition('=')[2]
         return None
 
-    def arranca_lector(self):
+    def arranca_lector(self, argumentos=()):
         entorno = dict(self.escritorio.entorno, ONDALIS_AVISA_LISTO='1')
         if self.motor == 'tono':
             entorno['ONDALIS_MOTOR'] = os.path.join(OBRA, 'tests', 'ondalis-motor-tono')
@@ -99,7 +99,7 @@ class Banco:
         diario = open(os.path.join(self.escritorio.carpeta, 'ondalis.txt'), 'ab')
         lee, escribe = os.pipe()
         antes = time.monotonic()
-        self.lector = self.escritorio.procesos.arranca([programa], 'ondalis', entorno, stdout=diario, stderr=escribe)
+        self.lector = self.escritorio.procesos.arranca([programa, *argumentos], 'ondalis', entorno, stdout=diario, stderr=escribe)
         os.close(escribe)
         listo = threading.Event()
         self.listo_en = None

@@ -44,6 +44,7 @@ class Escritorio:
         self.procesos = Procesos(entorno, self.carpeta)
         self._pulso = None
         self._bandeja = None
+        self._equis = None
 
     def __enter__(self):
         try:
@@ -63,21 +64,22 @@ class Escritorio:
         return ruta
 
     def _dado(self, orden, nombre):
-        """Starts a server that writes its address to a descriptor of ours, and returns the address."""
+        """Starts a server that writes its address to a descriptor of ours, and returns the process and
+        the address."""
         lee, escribe = os.pipe()
-        self.procesos.arranca([a.replace('{fd}', str(escribe)) for a in orden], nombre, pass_fds=[escribe])
+        proceso = self.procesos.arranca([a.replace('{fd}', str(escribe)) for a in orden], nombre, pass_fds=[escribe])
         os.close(escribe)
         with os.fdopen(lee) as f:
             linea = f.readline().strip()
         if not linea:
             raise AssertionError(f'{nombre} does not start')
-        return linea
+        return proceso, linea
 
     def _arranca(self):
-        numero = self._dado(['Xvfb', '-displayfd', '{fd}', '-screen', '0', self._tamano + 'x24', '-nolisten', 'tcp',
+        self._equis, numero = self._dado(['Xvfb', '-displayfd', '{fd}', '-screen', '0', self._tamano + 'x24', '-nolisten', 'tcp',
                              '-noreset'], 'Xvfb')
         self.entorno['DISPLAY'] = ':' + numero
-        self.entorno['DBUS_SESSION_BUS_ADDRESS'] = self._dado(
+        _, self.entorno['DBUS_SESSION_BUS_ADDRESS'] = self._dado(
             ['dbus-daemon', '--session', '--nofork', '--print-address={fd}',
              '--address=unix:path=' + os.path.join(self.carpeta, 'run', 'bus')], 'dbus')
         self.arranca_sonido()
@@ -115,6 +117,10 @@ class Escritorio:
     def mata_sonido(self):
         self._pulso.kill()
         self._pulso.wait()
+
+    def mata_equis(self):
+        self._equis.kill()
+        self._equis.wait()
 
     def captura(self, ruta):
         self.procesos.corre(['import', '-window', 'root', ruta])
