@@ -37,6 +37,7 @@ VentanaMenu::VentanaMenu(QMenu &menu) {
     }
     columna->addStretch();
     setMinimumWidth(360);
+    if (auto *primero = findChild<QPushButton *>()) primero->setFocus();
 }
 
 void VentanaMenu::Anade(QVBoxLayout &columna, QAction &accion) {

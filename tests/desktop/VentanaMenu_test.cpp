@@ -20,7 +20,7 @@ protected:
     QPushButton *Boton(const char *nombre) { return ventana.findChild<QPushButton *>(QLatin1String(nombre)); }
     void Pulsa(int tecla) {
         QKeyEvent baja(QEvent::KeyPress, tecla, Qt::NoModifier);
-        QApplication::sendEvent(QApplication::focusWidget(), &baja);
+        QApplication::sendEvent(ventana.focusWidget(), &baja);
     }
 };
 
@@ -45,11 +45,9 @@ TEST_F(VentanaMenuTest, TheKeyboardAloneReachesAnEntryAndChoosesIt) {
     int salidas = 0;
     menu.AlPulsar(estado.Salir, [&] { ++salidas; });
     ventana.show();
-    ventana.activateWindow();
-    Boton("ActivarDesactivar")->setFocus();
-    ASSERT_EQ(QApplication::focusWidget(), Boton("ActivarDesactivar"));
-    for (int i = 0; i < 15 && QApplication::focusWidget() != Boton("Salir"); ++i) Pulsa(Qt::Key_Down);
-    ASSERT_EQ(QApplication::focusWidget(), Boton("Salir"));
+    ASSERT_EQ(ventana.focusWidget(), Boton("ActivarDesactivar"));
+    for (int i = 0; i < 15 && ventana.focusWidget() != Boton("Salir"); ++i) Pulsa(Qt::Key_Down);
+    ASSERT_EQ(ventana.focusWidget(), Boton("Salir"));
     Pulsa(Qt::Key_Return);
     QCoreApplication::processEvents();
     EXPECT_EQ(salidas, 1);

@@ -14,6 +14,7 @@ for _f, _res, _args in (
         (_x.XGetSelectionOwner, _ulong, [_Display, _ulong]),
         (_x.XGrabKey, _int, [_Display, _int, _uint, _ulong, _int, _int, _int]),
         (_x.XUngrabKey, _int, [_Display, _int, _uint, _ulong]),
+        (_x.XSendEvent, _int, [_Display, _ulong, _int, ctypes.c_long, ctypes.c_void_p]),
         (_x.XNextEvent, _int, [_Display, ctypes.c_void_p]),
         (_t.XTestFakeKeyEvent, _int, [_Display, _uint, _int, _ulong]),
         (_t.XTestFakeButtonEvent, _int, [_Display, _uint, _int, _ulong]),
@@ -77,6 +78,16 @@ class Equis:
         _t.XTestFakeMotionEvent(self._d, -1, x, y, 0)
         _t.XTestFakeButtonEvent(self._d, boton, 1, 0)
         _t.XTestFakeButtonEvent(self._d, boton, 0, 0)
+        _x.XSync(self._d, 0)
+
+    def cierra_ventana(self, ventana):
+        """Asks the window manager to close a window, as its button in the title bar does."""
+        class Mensaje(ctypes.Structure):
+            _fields_ = [('tipo', _int), ('serie', _ulong), ('enviado', _int), ('d', _Display), ('ventana', _ulong),
+                        ('mensaje', _ulong), ('formato', _int), ('datos', ctypes.c_long * 5), ('resto', ctypes.c_byte * 64)]
+        m = Mensaje(33, 0, 1, self._d, ventana, _x.XInternAtom(self._d, b'_NET_CLOSE_WINDOW', 0), 32)
+        m.datos[1] = 2
+        _x.XSendEvent(self._d, self._raiz, 0, 0x180000, ctypes.byref(m))
         _x.XSync(self._d, 0)
 
     def boton(self, x, y, boton, baja):
