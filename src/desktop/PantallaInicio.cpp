@@ -17,8 +17,8 @@ namespace ondalis {
 
 namespace {
 
-constexpr int kCola = 34;    // height of the bubble's tail
-constexpr int kMargen = 2;   // no row is opaque from edge to edge: the tail would be solid to its sides
+constexpr int kCola = 34;   // height of the bubble's tail
+constexpr int kMargen = 2;  // no row is opaque from edge to edge: the tail would be solid to its sides
 constexpr int kRadio = 34;
 const QColor kTinta(0x14, 0x21, 0x3d);
 const QColor kAzul(0, 0, 0x80);  // 8388608, blue in the high byte
@@ -29,7 +29,8 @@ QImage DibujaGlobo(const QSize &tamano) {
     imagen.fill(kTransparente);
     QPainter pintor(&imagen);
     QPainterPath globo;
-    const QRectF cuerpo(kMargen + 1, kMargen + 1, tamano.width() - 2 * kMargen - 3, tamano.height() - kCola - kMargen - 3);
+    const QRectF cuerpo(kMargen + 1, kMargen + 1, tamano.width() - 2 * kMargen - 3,
+                        tamano.height() - kCola - kMargen - 3);
     globo.addRoundedRect(cuerpo, kRadio, kRadio);
     QPainterPath cola;
     cola.moveTo(cuerpo.left() + 46, cuerpo.bottom() - 4);
@@ -68,7 +69,8 @@ QLabel *PantallaInicio::Rotulo(const char *nombre, const QString &texto, double 
 // The bubble is white on every theme: dark ink is its best contrast.
 void PantallaInicio::Coloca() {
     QPalette paleta;
-    for (const auto papel : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) paleta.setColor(papel, kTinta);
+    for (const auto papel : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        paleta.setColor(papel, kTinta);
     for (const auto papel : {QPalette::Window, QPalette::Base}) paleta.setColor(papel, Qt::white);
     paleta.setColor(QPalette::Button, QColor(0xe8, 0xeb, 0xf0));
     setPalette(paleta);

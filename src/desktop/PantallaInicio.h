@@ -1,5 +1,5 @@
-// The window in the shape of a speech bubble: the splash while the voices load, the about box later. Made by main; stays
-// hidden between its showings. Main thread.
+// The window in the shape of a speech bubble: the splash while the voices load, the about box later. Made by main;
+// stays hidden between its showings. Main thread.
 #pragma once
 
 #include <QDialog>

@@ -5,7 +5,7 @@
 
 namespace ondalis::rutas {
 
-QString CarpetaDatos();  // the user's data folder, without "/" at its end
+QString CarpetaDatos();   // the user's data folder, without "/" at its end
 QString CarpetaEstado();  // log and marks, without "/" at its end
 QString FicheroLog();
 QString Ejecutable();         // of this very process, without links

@@ -15,7 +15,6 @@ namespace ondalis {
 VentanaMenu::VentanaMenu(QMenu &menu) {
     setObjectName(QStringLiteral("VentanaMenu"));
     setWindowTitle(QLatin1String(Producto::Titulo));
-    setWindowIcon(QIcon(QStringLiteral(":/iconos/1-128.png")));
     setAttribute(Qt::WA_ShowWithoutActivating);  // what the user types meanwhile goes where it went
     const QString motivo =
         QStringLiteral("Este escritorio no tiene área de notificación. Aquí está el menú de Ondalis.");

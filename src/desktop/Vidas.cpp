@@ -13,6 +13,9 @@
 #include "platform/x11/HayPantalla.h"
 #include "reader/Arranque.h"
 
+// The macro declares a function of the global namespace.
+static void RegistraIconos() { Q_INIT_RESOURCE(iconos); }
+
 namespace ondalis {
 
 namespace {
@@ -25,6 +28,8 @@ public:
         QApplication::setApplicationDisplayName(QLatin1String(Producto::Titulo));
         QApplication::setDesktopFileName(QStringLiteral("com.ferrano.Ondalis"));
         QApplication::setQuitOnLastWindowClosed(false);
+        RegistraIconos();
+        QApplication::setWindowIcon(QIcon(QStringLiteral(":/iconos/1-128.png")));
         if (m_traductor.load(QStringLiteral("qtbase_es"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
             QApplication::installTranslator(&m_traductor);
     }

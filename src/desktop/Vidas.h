@@ -18,8 +18,8 @@ int AvisaYaArrancado(char **argv, cLog &log);
 // The reader until it is told to end. Without a display a line on standard error and in the log.
 int Reside(char **argv, const QString &linea, cLog &log);
 
-// A batch line ends here with an error on standard error and in the log: this version can't speak from the command line.
-// True when it was one. No window, no display.
+// A batch line ends here with an error on standard error and in the log: this version can't speak from the command
+// line. True when it was one. No window, no display.
 bool EjecutaLineaComandos(const QString &linea, cLog &log);
 
 }  // namespace ondalis

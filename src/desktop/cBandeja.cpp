@@ -35,12 +35,9 @@ void cBandeja::Aparece() {
 
 bool cBandeja::HaySitio() {
     switch (m_protocolo) {
-        case Protocolo::Bus:
-            return m_vigia.HayEnElBus();
-        case Protocolo::X:
-            return m_vigia.HayEnX();
-        default:
-            return m_vigia.HayAnfitrion();
+        case Protocolo::Bus: return m_vigia.HayEnElBus();
+        case Protocolo::X: return m_vigia.HayEnX();
+        default: return m_vigia.HayAnfitrion();
     }
 }
 

@@ -26,8 +26,8 @@ void cSinBandeja::Vence() {
     m_log.Escribe(QStringLiteral("cSinBandeja: "),
                   QStringLiteral("el escritorio no tiene área de notificación; el menú está en la ventana Ondalis"));
     m_puertos.muestra(true);
-    m_puertos.avisa(
-        QStringLiteral("Este escritorio no tiene área de notificación. El menú de Ondalis está en la ventana Ondalis."));
+    m_puertos.avisa(QStringLiteral(
+        "Este escritorio no tiene área de notificación. El menú de Ondalis está en la ventana Ondalis."));
 }
 
 }  // namespace ondalis

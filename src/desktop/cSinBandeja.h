@@ -17,7 +17,7 @@ public:
 
     struct Puertos {
         std::function<bool()> haySitio;
-        std::function<void(bool)> muestra;  // the window: shown, hidden
+        std::function<void(bool)> muestra;           // the window: shown, hidden
         std::function<void(const QString &)> avisa;  // spoken
     };
     // `espera` is used by this object alone.

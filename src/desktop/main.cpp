@@ -22,19 +22,17 @@ Vida Decide(const QString &linea, cLog &log, std::optional<cInstancia> &instanci
         return registro ? *registro : registro.emplace(log, rutas::CarpetaAutoarranque());
     };
     cLanzadorComandos lanzador;
-    return DecideVida(linea, {.restauraConfiguracion = [&] { RestauraConfiguracion(almacen()); },
-                              .ejecutaComandosRegistro =
-                                  [&] {
-                                      cComandosRegistro(almacen(), log, lanzador, rutas::CarpetaEstado())
-                                          .EjecutaComandosRegistro();
-                                  },
-                              .ejecutaLineaComandos = [&] { return EjecutaLineaComandos(linea, log); },
-                              .entraResidente =
-                                  [&] {
-                                      return instancia
-                                          .emplace(cInstancia::Fichero(rutas::Ejecutable(), rutas::CarpetaEstado()), log)
-                                          .EntraResidente();
-                                  }});
+    return DecideVida(
+        linea,
+        {.restauraConfiguracion = [&] { RestauraConfiguracion(almacen()); },
+         .ejecutaComandosRegistro =
+             [&] { cComandosRegistro(almacen(), log, lanzador, rutas::CarpetaEstado()).EjecutaComandosRegistro(); },
+         .ejecutaLineaComandos = [&] { return EjecutaLineaComandos(linea, log); },
+         .entraResidente =
+             [&] {
+                 return instancia.emplace(cInstancia::Fichero(rutas::Ejecutable(), rutas::CarpetaEstado()), log)
+                     .EntraResidente();
+             }});
 }
 
 }  // namespace
@@ -47,14 +45,10 @@ int main(int argc, char **argv) {
     cLog log(rutas::FicheroLog());
     std::optional<cInstancia> instancia;  // held to the end of the process
     switch (Decide(linea, log, instancia)) {
-        case Vida::Ayuda:
-            return MuestraAyuda(argv);
-        case Vida::Lote:
-            return kLoteFallido;
-        case Vida::YaArrancado:
-            return AvisaYaArrancado(argv, log);
-        case Vida::Residente:
-            break;
+        case Vida::Ayuda: return MuestraAyuda(argv);
+        case Vida::Lote: return kLoteFallido;
+        case Vida::YaArrancado: return AvisaYaArrancado(argv, log);
+        case Vida::Residente: break;
     }
     return Reside(argv, linea, log);
 }

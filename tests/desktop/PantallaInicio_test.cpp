@@ -34,9 +34,7 @@ TEST(GetRegionImg, AFullyOpaqueRowEndsInOneRectangleReachingTheBottom) {
     EXPECT_EQ(GetRegionImg(Imagen({".##.", "####", "....", ".#.."})), QRegion(1, 0, 2, 1) + QRegion(0, 1, 4, 3));
 }
 
-TEST(GetRegionImg, APictureOfNothingIsAnEmptyRegion) {
-    EXPECT_TRUE(GetRegionImg(Imagen({"....", "...."})).isEmpty());
-}
+TEST(GetRegionImg, APictureOfNothingIsAnEmptyRegion) { EXPECT_TRUE(GetRegionImg(Imagen({"....", "...."})).isEmpty()); }
 
 class PantallaInicioTest : public testing::Test {
 protected:

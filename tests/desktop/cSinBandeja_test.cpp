@@ -18,10 +18,10 @@ protected:
     bool hay = false;
     bool visible = false;
     QStringList dichos;
-    cSinBandeja sinBandeja{espera,
-                           log,
-                           {[this] { return hay; }, [this](bool v) { visible = v; },
-                            [this](const QString &texto) { dichos << texto; }}};
+    cSinBandeja sinBandeja{
+        espera,
+        log,
+        {[this] { return hay; }, [this](bool v) { visible = v; }, [this](const QString &texto) { dichos << texto; }}};
     bool EnElLog() {
         QFile fichero(log.Fichero());
         return fichero.open(QIODevice::ReadOnly) && fichero.readAll().contains("cSinBandeja: ");

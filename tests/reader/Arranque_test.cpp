@@ -40,8 +40,8 @@ TEST_F(Decision, AnEmptyLineIsTheResidentReader) {
 }
 
 TEST_F(Decision, HelpWorksInCapitalsAndBehindOtherTextAndNothingElseRuns) {
-    for (const char *linea : {"-help", "-HELP", "-Help", "hola -help", "-clear -filetxt a.txt -outputfile b.wav -HeLp",
-                              "texto-help"})
+    for (const char *linea :
+         {"-help", "-HELP", "-Help", "hola -help", "-clear -filetxt a.txt -outputfile b.wav -HeLp", "texto-help"})
         EXPECT_EQ(De(linea), Vida::Ayuda) << linea;
     EXPECT_EQ(diario.Todo(), Lineas{});
 }
@@ -102,8 +102,7 @@ TEST(EsLineaDeLote, AFolderOrADanglingLinkIsNoFile) {
 TEST(TextosLineaComandos, TheSixLinesOfTheHelp) {
     const QStringList textos = TextosLineaComandos();
     ASSERT_EQ(textos.size(), 6);
-    EXPECT_EQ(textos[0],
-              "Uso: Ondalis  [-clear] [-debug] [-nosapi5] [-filetxt nomfich] [-outputfile nomfich] [texto]");
+    EXPECT_EQ(textos[0], "Uso: Ondalis  [-clear] [-debug] [-nosapi5] [-filetxt nomfich] [-outputfile nomfich] [texto]");
     EXPECT_EQ(textos[5], "texto: Lee el texto sin dejar Ondalis residente");
 }
 

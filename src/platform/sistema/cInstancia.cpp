@@ -36,8 +36,7 @@ cInstancia::cInstancia(QString fichero, cLog &log) : m_log(log), m_fichero(std::
         open(QFile::encodeName(m_fichero).constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600);
     // The sticky bit keeps the run-time folder's cleaner away from a file that nobody touches for days.
     if (m_descriptor >= 0) (void)fchmod(m_descriptor, S_IRUSR | S_IWUSR | S_ISVTX);
-    if (m_descriptor < 0)
-        m_log.Escribe(QStringLiteral("cInstancia: "), Fallo::De(Fallo::ErrorDeAcceso), m_fichero);
+    if (m_descriptor < 0) m_log.Escribe(QStringLiteral("cInstancia: "), Fallo::De(Fallo::ErrorDeAcceso), m_fichero);
 }
 
 cInstancia::~cInstancia() {
@@ -56,8 +55,8 @@ bool cInstancia::HayOtra() const {
     return fcntl(m_descriptor, F_OFD_GETLK, &tramo) == 0 && tramo.l_type != F_UNLCK;
 }
 
-// The whole file at once, which only one can have and only when no copy holds a byte; then all of it but the own byte is
-// given back. Between the two nothing is ever free.
+// The whole file at once, which only one can have and only when no copy holds a byte; then all of it but the own byte
+// is given back. Between the two nothing is ever free.
 bool cInstancia::EntraResidente() {
     if (m_descriptor < 0) return true;
     if (!Bloquea(0, 0, F_WRLCK)) return !Ocupado();

@@ -96,6 +96,10 @@ class Equis:
         _t.XTestFakeButtonEvent(self._d, boton, 1 if baja else 0, 0)
         _x.XSync(self._d, 0)
 
+    def mueve(self, x, y):
+        _t.XTestFakeMotionEvent(self._d, -1, x, y, 0)
+        _x.XSync(self._d, 0)
+
     def hay_dueno(self, seleccion):
         """The window that owns a selection, 0 for none."""
         return _x.XGetSelectionOwner(self._d, _x.XInternAtom(self._d, seleccion.encode(), 0))

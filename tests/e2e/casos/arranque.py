@@ -7,6 +7,7 @@ import time
 
 from arnes.banco import OBRA, PROGRAMA, Banco, texto_tonos
 from arnes.procesos import espera, vivo
+from casos.programa import _abre_menu
 
 CASOS = {}
 
@@ -258,6 +259,27 @@ def la_bienvenida_se_ve_con_su_texto_mientras_cargan_las_voces():
         oscuros = sum(max(renglon[i:i + 3]) < 128 for i in range(0, len(renglon), 3))
         assert oscuros > 200, f'{oscuros} dark pixels where the text should be'
         espera(lambda: not ventanas(b), 5, que='the splash to go')
+        b.sigue_vivo()
+
+
+@caso
+def el_acerca_de_sale_del_menu_se_mueve_con_el_raton_y_se_cierra_con_escape():
+    with Banco() as b:
+        _abre_menu(b)
+        b.tecla('Up')
+        b.tecla('Up')
+        b.tecla('Right')  # into the help's own menu, at its only enabled entry
+        b.tecla('Return')
+        _, x, y, ancho, alto = espera(lambda: ventanas(b), 5, que='the about box')[0]
+        time.sleep(0.4)
+        foto(b, 'acerca_de')
+        equis = b.escritorio.equis
+        equis.boton(x + ancho // 2, y + 20, 1, True)
+        equis.mueve(x + ancho // 2 + 60, y + 20 + 45)
+        espera(lambda: ventanas(b)[0][1:3] == (x + 60, y + 45), 5, que='the box to follow the mouse')
+        equis.boton(x + ancho // 2 + 60, y + 20 + 45, 1, False)
+        b.tecla('Escape')
+        espera(lambda: not ventanas(b), 5, que='the box to go')
         b.sigue_vivo()
 
 

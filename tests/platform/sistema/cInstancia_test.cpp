@@ -127,7 +127,8 @@ TEST_F(cInstanciaTest, ABatchCopyGetsInWhileResidentsComeAndGo) {
         while (!fin) entradas += cInstancia(fichero, log).EntraResidente();
     });
     // Until both have had many turns among the other's.
-    for (int i = 0; i < 200 || entradas < 200; ++i) ASSERT_TRUE(cInstancia(fichero, log).EntraLote(std::chrono::seconds(10)));
+    for (int i = 0; i < 200 || entradas < 200; ++i)
+        ASSERT_TRUE(cInstancia(fichero, log).EntraLote(std::chrono::seconds(10)));
     fin = true;
     otros.join();
 }

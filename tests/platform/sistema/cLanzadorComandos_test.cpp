@@ -20,7 +20,8 @@ protected:
         EXPECT_EQ(mkfifo(tubo.toUtf8().constData(), 0600), 0);
         QFile guion(programa);
         EXPECT_TRUE(guion.open(QIODevice::WriteOnly));
-        guion.write("#!/bin/sh\nexec > '" + tubo.toUtf8() + "'\nfor a in \"$@\"; do echo \"[$a]\"; done\nls /proc/$$/fd\n");
+        guion.write("#!/bin/sh\nexec > '" + tubo.toUtf8() +
+                    "'\nfor a in \"$@\"; do echo \"[$a]\"; done\nls /proc/$$/fd\n");
         guion.close();
         guion.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
         EXPECT_TRUE(cLanzadorComandos().Lanza(QStringLiteral("\"%1\" %2").arg(programa, argumentos)));
