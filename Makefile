@@ -1,10 +1,11 @@
 # The two commands are `make run` and `make test`; both install what is missing first. CMake does the work.
 SHELL := /bin/sh
 CASOS ?=
+CAPTURAS ?=
 SEGUNDOS ?= 60
 prefix ?= /usr/local
 
-.PHONY: run build test bench lint install clean asan tsan fuzz demo
+.PHONY: run build test bench lint install paquete prueba-paquete screenshots clean asan tsan fuzz demo
 
 run:
 	@scripts/ejecuta
@@ -44,6 +45,22 @@ fuzz:
 
 install: build
 	@cmake --install build --prefix $(prefix)
+
+# The Debian package, in build/; prueba-paquete installs it on a bare Debian 12 and has it read there (root, network).
+paquete:
+	@scripts/instala construir paquete
+	@scripts/compila release programas
+	@cd build && cpack --config CPackConfig.cmake
+
+prueba-paquete: paquete
+	@scripts/instala pruebas
+	@packaging/prueba-paquete
+
+# The pictures of docs/pictures; CAPTURAS="name ..." takes only those. Look at them before they are committed.
+screenshots:
+	@scripts/instala construir pruebas
+	@scripts/compila release programas
+	@/usr/bin/python3 tests/e2e/capturas.py $(CAPTURAS)
 
 clean:
 	rm -rf build build-dev build-asan build-tsan build-fuzz build-lint

@@ -10,6 +10,7 @@ import subprocess
 import sys
 
 TAMANOS = [16, 22, 24, 32, 48, 64, 128]
+APLICACION = 3  # the picture that stands for the program in menus and software centres, up to 256 pixels
 BORDE, BLANCO, ROJO, GRIS, AZUL = "#14213d", "#ffffff", "#d62828", "#a7adb5", "#1d5fbf"
 
 GLOBO = "M14 2 H50 A12 12 0 0 1 62 14 V34 A12 12 0 0 1 50 46 H32 L14 61 V46 A12 12 0 0 1 2 34 V14 A12 12 0 0 1 14 2 Z"
@@ -74,7 +75,7 @@ def main():
             fichero.write('<svg xmlns="http://www.w3.org/2000/svg" width="64" height="64" viewBox="0 0 64 64">'
                           '<path d="%s" fill="%s" stroke="%s" stroke-width="4" stroke-linejoin="round"/>%s</svg>\n'
                           % (GLOBO, fondo, BORDE, dibujo))
-        for tamano in TAMANOS:
+        for tamano in TAMANOS + [256] * (numero == APLICACION):
             subprocess.run(["rsvg-convert", "-w", str(tamano), "-h", str(tamano), "-o",
                             os.path.join(carpeta, "%d-%d.png" % (numero, tamano)), svg], check=True)
     return 0

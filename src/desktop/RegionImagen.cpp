@@ -2,18 +2,23 @@
 
 namespace ondalis {
 
-QRegion GetRegionImg(const QImage &imagen, QRgb transparente) {
-    const int ancho = imagen.width();
-    const int alto = imagen.height();
-    QRegion region;
+std::vector<QRect> GetRegionImg(std::span<const std::uint32_t> pixeles, const QSize &ventana,
+                                std::uint32_t transparente) {
+    std::vector<QRect> region;
+    const int ancho = ventana.width(), alto = ventana.height();
     for (int y = 0; y < alto; ++y) {
+        const auto fila = pixeles.subspan(static_cast<std::size_t>(y) * static_cast<std::size_t>(ancho),
+                                          static_cast<std::size_t>(ancho));
+        const auto es = [&](int x) { return fila[static_cast<std::size_t>(x)] == transparente; };
         for (int x = 0; x < ancho;) {
-            while (x < ancho && imagen.pixel(x, y) == transparente) ++x;
+            while (x < ancho && es(x)) ++x;
             const int inicio = x;
-            while (x < ancho && imagen.pixel(x, y) != transparente) ++x;
-            if (x == inicio) continue;
-            if (x - inicio == ancho) return region | QRect(0, y, ancho, alto - y);
-            region |= QRect(inicio, y, x - inicio, 1);
+            while (x < ancho && !es(x)) ++x;
+            if (x - inicio == ancho) {
+                region.emplace_back(0, y, ancho, alto - y);
+                return region;
+            }
+            if (x > inicio) region.emplace_back(inicio, y, x - inicio, 1);
         }
     }
     return region;

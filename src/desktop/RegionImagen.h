@@ -1,15 +1,19 @@
-// The shape of a window from a picture of it: what isn't the transparent colour. Pure.
+// The shape of a window that is as its picture is: which pixels belong to it. Pure.
 #pragma once
 
-#include <QImage>
-#include <QRegion>
+#include <QRect>
+#include <QSize>
+#include <cstdint>
+#include <span>
+#include <vector>
 
 namespace ondalis {
 
-constexpr QRgb kTransparente = 0xff00ff00;  // green
+inline constexpr std::uint32_t kVerdeTransparente = 0x00FF00;
 
-// One rectangle a run of opaque pixels. A run as wide as the picture ends the walk: everything from its row on is
-// solid.
-QRegion GetRegionImg(const QImage &imagen, QRgb transparente = kTransparente);
+// The rectangles whose union is the shape. `pixeles`: 0xRRGGBB row by row, as many as `ventana` has. Each run of a row
+// that isn't `transparente` is one rectangle; a run as wide as the window takes all below it too, whatever is there.
+std::vector<QRect> GetRegionImg(std::span<const std::uint32_t> pixeles, const QSize &ventana,
+                                std::uint32_t transparente = kVerdeTransparente);
 
 }  // namespace ondalis

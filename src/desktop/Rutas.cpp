@@ -10,6 +10,11 @@ QString CarpetaDatos() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/ondalis");
 }
 
+QStringList CarpetasDeLectura(const QString &carpetaEjecutable) {
+    return {CarpetaDatos(), carpetaEjecutable,
+            QDir::cleanPath(carpetaEjecutable + QStringLiteral("/../share/ondalis"))};
+}
+
 QString CarpetaEstado() {
     QString estado = qEnvironmentVariable("XDG_STATE_HOME");
     // The conventions want a relative path ignored.
@@ -39,6 +44,11 @@ QString ProgramaMotor(const QString &carpetaEjecutable) {
     const QString aparte = QDir::cleanPath(carpetaEjecutable + QStringLiteral("/../libexec/ondalis/ondalis-motor"));
     const QString alLado = carpetaEjecutable + QStringLiteral("/ondalis-motor");
     return !QFileInfo(alLado).isFile() && QFileInfo(aparte).isFile() ? aparte : alLado;
+}
+
+QString CarpetaInstalada(const QString &carpetaEjecutable) {
+    // The build folder is laid out like an installation, so one rule serves both.
+    return QDir::cleanPath(carpetaEjecutable + QStringLiteral("/../share/ondalis"));
 }
 
 }  // namespace ondalis::rutas

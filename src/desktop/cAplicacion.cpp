@@ -11,6 +11,7 @@
 #include "engine/cCanalMotor.h"
 #include "libs/ondalis_dicc.h"
 #include "platform/x11/AlFrente.h"
+#include "platform/x11/cCapturaX11.h"
 
 namespace ondalis {
 
@@ -94,7 +95,8 @@ struct cAplicacion::Lector {
 cAplicacion::cAplicacion(Preparativos &preparativos, QString linea)
     : p(preparativos),
       m_linea(std::move(linea)),
-      m_mensajes([](WId ventana) { TraeAlFrente(static_cast<std::uint32_t>(ventana)); }),
+      m_mensajes([](WId ventana) { TraeAlFrente(static_cast<std::uint32_t>(ventana)); },
+                 [this] { m_cola.Despierta(); }),
       m_general(p.log, m_mensajes, m_prioridad),
       m_registro(p.log, rutas::CarpetaAutoarranque()),
       m_portapapeles(p.log),
@@ -104,19 +106,27 @@ cAplicacion::cAplicacion(Preparativos &preparativos, QString linea)
       m_sinBandeja(m_esperaBandeja, p.log,
                    {[this] { return m_bandeja.HaySitio(); }, [this](bool visible) { MuestraVentanaMenu(visible); },
                     [this](const QString &texto) { AvisaEnReposo(texto); }}),
-      m_pantallaInicio(m_general, [this] { m_cola.DejaCorrer(); }),
       m_salidaSonido(p.servidor),
       m_sonido(m_salidaSonido, m_cola),
       m_salidaIBM(p.servidor, Producto::Titulo),
       m_salidaSAPI5(p.servidor, Producto::Titulo),
-      m_canalIBM([this] { return std::make_unique<cCanalMotor>(p.lanzador, m_salidaIBM, m_reloj); }),
-      m_canalSAPI5([this] { return std::make_unique<cCanalMotor>(p.lanzador, m_salidaSAPI5, m_reloj); }),
+      m_canalIBM([this] { return std::make_unique<cCanalMotor>(p.lanzador, m_salidaIBM, m_reloj, p.tokens.Plazos()); }),
+      m_canalSAPI5(
+          [this] { return std::make_unique<cCanalMotor>(p.lanzador, m_salidaSAPI5, m_reloj, p.tokens.Plazos()); }),
       m_voz(m_canalIBM, m_cola, m_estadoVoz, p.log),
       m_voces(p.log),
       m_tecla(m_teclas, m_cola, p.log),
       m_timerLectura(m_cola),
+      m_superficie({.registro = m_registro,
+                    .general = m_general,
+                    .cola = m_cola,
+                    .abridor = m_abridor,
+                    .captura = [] { return std::make_unique<cCapturaX11>(); },
+                    .alFrente = [](WId ventana) { TraeAlFrente(static_cast<std::uint32_t>(ventana)); },
+                    .carpetas = rutas::CarpetasDeLectura(QCoreApplication::applicationDirPath()),
+                    .pagina = QStringLiteral(ONDALIS_WEB)}),
       m_ventanas(
-          p.log, [this] { Salir(); }, [this] { m_mensajes.Cierra(); }) {
+          p.log, [this] { Salir(); }, [this] { m_mensajes.Cierra(); }, m_superficie) {
     RegistraSonidos();
     m_cola.SetHayModal([] { return QApplication::activeModalWidget() != nullptr; });
     m_cola.SetRepinta(Repinta);
@@ -144,7 +154,7 @@ int cAplicacion::Ejecuta() {
 bool cAplicacion::CargaLector() {
     cCursor cursor(m_puntero, m_cola);
     cursor.SetPuntero(cCursor::RelojDeArena);
-    m_pantallaInicio.MuestraCargando();
+    m_superficie.Pantalla().MuestraCargando();
     m_cola.DejaCorrer();
     EsperaVoces();
     ReuneVoces();
@@ -152,7 +162,7 @@ bool cAplicacion::CargaLector() {
     if (m_saliendo) return false;
     m_lector->form.Form_Load();
     m_lector->form.Init();
-    m_pantallaInicio.OcultaCargando();
+    m_superficie.Pantalla().OcultaCargando();
     m_sinBandeja.Revisa();
     return true;
 }
@@ -202,7 +212,7 @@ bool cAplicacion::PreguntaSinSonido() {
 void cAplicacion::ReuneVoces() {
     const bool sinSAPI5 = cGeneral::GetParam(m_linea, QStringLiteral("nosapi5"));
     m_voces.ChequeaSAPI5Compatible([this] { return !p.tokens.Tokens().empty(); });
-    m_voces.RecogeVocesEquipo(&p.tokens, sinSAPI5, {});
+    m_voces.RecogeVocesEquipo(&p.tokens, sinSAPI5, [this] { m_cola.DejaCorrer(); });
     if (m_voces.SAPI5Compatible() && !sinSAPI5)
         m_vozSAPI5 = std::make_unique<SpVoice>(m_canalSAPI5, p.tokens, m_cola, m_estadoVoz, p.log);
     m_opciones = std::make_unique<Opciones>(m_registro, p.log, m_voces, m_vozSAPI5 != nullptr);
@@ -230,9 +240,7 @@ void cAplicacion::ConectaMenu() {
     menu.AlPulsar(e.Opciones, [&form] { form.Opciones_Click(); });
     menu.AlPulsar(e.AbrirEditor, [&form] { form.AbrirEditor_Click(); });
     menu.AlPulsar(e.Salir, [&form] { form.Salir_Click(); });
-    menu.AlPulsar(e.AcercaDe, [this] { m_pantallaInicio.MuestraAcercaDe(); });
-    e.AcercaDe.SetHabilitada(true);
-    e.MenuAyuda.SetHabilitada(true);
+    m_superficie.Conecta(e, menu);
     m_bandeja.AlCambiarSitio([this] { m_sinBandeja.Revisa(); });
     m_bandeja.SetMenu(&menu.Menu());
     m_bandeja.AlDobleClick([this, &form] { m_cola.Pon(cCola::Clase::Orden, [&form] { form.Opciones_Click(); }); });
@@ -256,7 +264,6 @@ void cAplicacion::Salir() {
     m_mensajes.Cierra();
     m_bandeja.AlCambiarSitio({});
     m_esperaBandeja.SetEnabled(false);
-    m_pantallaInicio.hide();
     m_ventanaMenu.reset();
     if (m_lector) m_lector->form.Form_Unload();
 }

@@ -4,7 +4,6 @@
 
 #include <memory>
 
-#include "desktop/PantallaInicio.h"
 #include "desktop/VentanaMenu.h"
 #include "desktop/cBandeja.h"
 #include "desktop/cCanalPerezoso.h"
@@ -13,6 +12,7 @@
 #include "desktop/cMenuBandeja.h"
 #include "desktop/cPunteroQt.h"
 #include "desktop/cSinBandeja.h"
+#include "desktop/cSuperficie.h"
 #include "engine/Reloj.h"
 #include "engine/cLanzadorProceso.h"
 #include "keys/cTecla.h"
@@ -21,6 +21,7 @@
 #include "platform/audio/cSonidoPulse.h"
 #include "platform/dbus/cVigiaBandeja.h"
 #include "platform/motor/cTokensMotor.h"
+#include "platform/sistema/cAbridorXdg.h"
 #include "platform/sistema/cPrioridadUnix.h"
 #include "platform/sistema/cSenales.h"
 #include "platform/x11/cPortapapelesX11.h"
@@ -54,15 +55,21 @@ public:
     int Ejecuta();
 
 private:
-    // Without windows; the end closes the boxes that are open.
+    // Without the configuration's and the editor's windows; the end closes those that there are and the open boxes.
     class Ventanillas : public SinVentanas {
     public:
-        Ventanillas(cLog &log, std::function<void()> salir, std::function<void()> descarga)
-            : SinVentanas(log, std::move(salir)), m_descarga(std::move(descarga)) {}
-        void DescargaFormularios() override { m_descarga(); }
+        Ventanillas(cLog &log, std::function<void()> salir, std::function<void()> descarga, cSuperficie &superficie)
+            : SinVentanas(log, std::move(salir)), m_descarga(std::move(descarga)), m_superficie(superficie) {}
+        void DescargaFormularios() override {
+            m_superficie.DescargaFormularios();
+            m_descarga();
+        }
+        void MuestraLupa() override { m_superficie.MuestraLupa(); }
+        void DescargaLupa() override { m_superficie.DescargaLupa(); }
 
     private:
         std::function<void()> m_descarga;
+        cSuperficie &m_superficie;
     };
     struct Opciones;
     struct Lector;
@@ -97,7 +104,6 @@ private:
     cBandeja m_bandeja;
     cTemporizador m_esperaBandeja;
     cSinBandeja m_sinBandeja;
-    PantallaInicio m_pantallaInicio;
     cSonidoPulse m_salidaSonido;
     cSonido m_sonido;
     cRelojMonotono m_reloj;
@@ -111,6 +117,8 @@ private:
     cVoces m_voces;
     cTecla m_tecla;
     cTemporizador m_timerLectura;
+    cAbridorXdg m_abridor;
+    cSuperficie m_superficie;
     Ventanillas m_ventanas;
     std::unique_ptr<Opciones> m_opciones;  // read from the store, after -clear has acted
     std::unique_ptr<Lector> m_lector;

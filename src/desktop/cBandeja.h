@@ -28,7 +28,8 @@ public:
     void SetImagen(int numero) override;
     int Imagen() const { return m_numero; }
 
-    void SetMenu(QMenu *menu);  // null: none; stays the caller's
+    void SetMenu(QMenu *menu);              // null: none; stays the caller's
+    QMenu *Menu() const { return m_menu; }  // what the right button opens
     void AlDobleClick(std::function<void()> aviso) { m_alDobleClick = std::move(aviso); }
     bool Visible() const { return m_icono && m_icono->isVisible(); }
 

@@ -30,6 +30,7 @@ bool cMensajesQt::Muestra(const QString &texto, bool pregunta, bool defectoSi, c
         caja.raise();
         caja.activateWindow();
         if (m_alFrente) m_alFrente(caja.winId());
+        if (m_alAbrir) m_alAbrir();
     });
     m_abiertos.push_back(&caja);
     const int respuesta = caja.exec();

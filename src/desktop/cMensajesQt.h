@@ -15,8 +15,11 @@ namespace ondalis {
 
 class cMensajesQt : public Mensajes {
 public:
-    // `alFrente`: brings a window to the front where asking the window manager politely isn't enough; may be empty.
-    explicit cMensajesQt(std::function<void(WId)> alFrente = {}) : m_alFrente(std::move(alFrente)) {}
+    // `alFrente`: brings a window to the front where asking the window manager politely isn't enough. `alAbrir`: called
+    // when a box stands there, so that a queue delivers what it held back for the handler that now waits. Both may be
+    // empty.
+    explicit cMensajesQt(std::function<void(WId)> alFrente = {}, std::function<void()> alAbrir = {})
+        : m_alFrente(std::move(alFrente)), m_alAbrir(std::move(alAbrir)) {}
 
     bool Muestra(const QString &texto, bool pregunta, bool defectoSi, const QString &titulo) override;
 
@@ -25,6 +28,7 @@ public:
 
 private:
     std::function<void(WId)> m_alFrente;
+    std::function<void()> m_alAbrir;
     std::vector<QMessageBox *> m_abiertos;
     bool m_cerrado = false;
 };

@@ -6,7 +6,7 @@
 #include "desktop/Rutas.h"
 #include "desktop/Vidas.h"
 #include "platform/sistema/cInstancia.h"
-#include "platform/sistema/cLanzadorComandos.h"
+#include "platform/sistema/cLanzadorComandosUnix.h"
 #include "reader/Arranque.h"
 #include "settings/Catalogo.h"
 #include "settings/cComandosRegistro.h"
@@ -21,7 +21,7 @@ Vida Decide(const QString &linea, cLog &log, std::optional<cInstancia> &instanci
     const auto almacen = [&]() -> cRegistro & {
         return registro ? *registro : registro.emplace(log, rutas::CarpetaAutoarranque());
     };
-    cLanzadorComandos lanzador;
+    cLanzadorComandosUnix lanzador;
     return DecideVida(
         linea,
         {.restauraConfiguracion = [&] { RestauraConfiguracion(almacen()); },

@@ -189,6 +189,15 @@ std::uint32_t Longitud(std::span<const std::uint8_t> bytes) {
 
 }  // namespace
 
+std::size_t TamanoDeHabla(const Locucion &locucion) {
+    constexpr std::size_t kDeLocucion = 128;  // numbers, counts and the frame's own head
+    constexpr std::size_t kDeTramo = 18;
+    std::size_t bytes = kDeLocucion + locucion.voz.motor.size() + locucion.voz.voz.size();
+    for (const Tramo &tramo : locucion.tramos)
+        bytes += kDeTramo + tramo.texto.size() * sizeof(char16_t) + tramo.cortes.size() * 2 * sizeof(std::uint32_t);
+    return bytes;
+}
+
 void Codifica(const Trama &trama, std::vector<std::uint8_t> &destino) {
     const std::size_t inicio = destino.size();
     destino.resize(inicio + kCabecera);

@@ -73,6 +73,9 @@ using Trama = std::variant<TramaHabla, TramaPara, TramaPideVoces, TramaFormato, 
 inline constexpr std::size_t kMaxMuestrasPcm = 8192;
 inline constexpr std::size_t kMaxTrama = std::size_t{256} * 1024 * 1024;  // bytes; a longer one is garbage
 
+// Bytes of a TramaHabla with that utterance, rounded up; over kMaxTrama it can't be sent.
+std::size_t TamanoDeHabla(const Locucion &locucion);
+
 // Appends the frame to `destino`.
 void Codifica(const Trama &trama, std::vector<std::uint8_t> &destino);
 

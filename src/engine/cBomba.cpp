@@ -38,6 +38,10 @@ void cBomba::Habla(Locucion locucion) {
     m_reproductor.Calla();  // silence before everything else
     m_pausa = false;
     m_numero = locucion.numero;
+    if (TamanoDeHabla(locucion) > kMaxTrama) {  // no worker would take it: it ends like a text with nothing to say
+        Avisa(u"La locución es demasiado larga");
+        locucion.tramos.clear();
+    }
     m_recorrido.Empieza(std::move(locucion));
     m_debe = m_retenida = false;
     // One that has died unseen since the last utterance isn't this one's failure.

@@ -137,13 +137,14 @@ std::optional<std::string> LeeTodo(const std::string &ruta) {
     }
 }
 
-void ApartaFichero(const std::string &ruta) {
+bool ApartaFichero(const std::string &ruta) {
     constexpr int kMaxApartados = 1000;
     for (int n = 0; n < kMaxApartados; ++n) {
         const std::string apartado = ruta + ".roto" + (n == 0 ? "" : "." + std::to_string(n));
-        if (renameat2(AT_FDCWD, ruta.c_str(), AT_FDCWD, apartado.c_str(), RENAME_NOREPLACE) == 0) return;
-        if (errno != EEXIST) return;
+        if (renameat2(AT_FDCWD, ruta.c_str(), AT_FDCWD, apartado.c_str(), RENAME_NOREPLACE) == 0) return true;
+        if (errno != EEXIST) break;
     }
+    return false;
 }
 
 bool EscribeTodo(int fd, std::string_view contenido) {
@@ -212,6 +213,9 @@ bool EscribeFicheroDicc(const std::string &ruta, const std::vector<EntradaDicc> 
         contenido += '\n';
     }
     const std::string destino = RutaReal(ruta);
+    // What couldn't be read isn't in the table: it is kept beside the new file, as a damaged one is.
+    if (access(destino.c_str(), F_OK) == 0 && access(destino.c_str(), R_OK) != 0 && !ApartaFichero(destino))
+        return false;
     std::string temporal = destino + ".XXXXXX";
     Descriptor fichero(mkostemp(temporal.data(), O_CLOEXEC));
     if (!fichero.Valido()) return false;

@@ -29,7 +29,7 @@ enum class LecturaDicc {
 LecturaDicc LeeFicheroDicc(const std::string &ruta, std::vector<EntradaDicc> &entradas);
 
 // Whole or not at all: a failure leaves the old file as it was and nothing beside it. Follows a link to the real file
-// and keeps its permissions.
+// and keeps its permissions. A file there that may not be read is moved aside first, as a damaged one is.
 [[nodiscard]] bool EscribeFicheroDicc(const std::string &ruta, const std::vector<EntradaDicc> &entradas);
 
 }  // namespace ondalis

@@ -87,6 +87,9 @@ public:
     virtual void Opciones() = 0;
     virtual void AbrirEditor() = 0;
     virtual void Salir() = 0;  // unloads the main window
+    // The magnifier; each harmless where it has been done already.
+    virtual void MuestraLupa() {}
+    virtual void DescargaLupa() {}
     // Closes every open window but the main one, modal ones too. Without windows there is nothing to close.
     virtual void DescargaFormularios() {}
 };

@@ -80,6 +80,7 @@ void cFormPrincipal::Init() {
         c.tecla.Init(kVentanaPrincipal);
         RegistraTeclas();
         RotulaMenu();
+        if (c.opcGeneral.VerLupa()) c.ventanas.MuestraLupa();
     });
 }
 

@@ -79,7 +79,8 @@ void cFormPrincipal::RepetirLectura_Click() {
             if (m_l.TipoLectura == 1) m_l.SeguimientoWord = -1;
             IniciaLectura(m_l.TipoLectura);
         }
-        c.timerLectura.SetEnabled(true);
+        // Keys are obeyed while the box of a refused text is open: the program may have been switched off meanwhile.
+        if (ProgramaActivo()) c.timerLectura.SetEnabled(true);
     });
 }
 

@@ -1,6 +1,14 @@
 #include "settings/TablaOpciones.h"
 
+#include <cmath>
+#include <limits>
+
 namespace ondalis {
+
+namespace {
+// As many digits as a single-precision number is written with.
+constexpr int kCifrasDecimal = std::numeric_limits<float>::digits10 + 1;
+}  // namespace
 
 TablaOpciones::TablaOpciones(std::span<const FilaOpcion> filas, cRegistro &registro, cLog &log, QString objeto)
     : m_registro(registro), m_log(log), m_filas(filas), m_objeto(std::move(objeto)) {
@@ -58,7 +66,12 @@ std::optional<QString> TablaOpciones::LeeFila(const FilaOpcion &fila) {
             break;
         }
         case FormaOpcion::Entero: valor = QString::number(texto->trimmed().toInt(&bien)); break;
-        case FormaOpcion::Decimal: valor = QString::number(texto->trimmed().toFloat(&bien)); break;
+        case FormaOpcion::Decimal: {
+            const float numero = texto->trimmed().toFloat(&bien);
+            bien = bien && std::isfinite(numero);
+            valor = QString::number(static_cast<double>(numero), 'g', kCifrasDecimal);
+            break;
+        }
         case FormaOpcion::Texto: break;
     }
     if (bien) return valor;

@@ -16,13 +16,18 @@ void cLog::Escribe(const QString &procedimiento, const Fallo &fallo, const QStri
     if (!extra.isEmpty()) texto += QStringLiteral(" [%1]").arg(extra.trimmed());
     if (texto.isEmpty()) return;
 
+    texto.replace(QLatin1Char('\n'), QLatin1Char(' '))
+        .replace(QLatin1Char('\r'), QLatin1Char(' '));  // one line an event
     const QString linea = QLocale::system().toString(QDateTime::currentDateTime(), QLocale::ShortFormat) +
                           QLatin1Char(' ') + procedimiento + texto + QLatin1Char('\n');
     const std::lock_guard cerrojo(m_cerrojo);
     QDir().mkpath(QFileInfo(m_fichero).absolutePath());
+    // Opening a pipe under this name would hold the caller.
+    const QFileInfo presente(m_fichero);
+    if (presente.exists() && !presente.isFile()) return;
     QFile fichero(m_fichero);
     // A log that can't be written is no reason to disturb the user; there is nowhere else to tell.
-    if (fichero.open(QIODevice::Append)) fichero.write(linea.toUtf8());
+    if (fichero.open(QIODevice::Append, QFile::ReadOwner | QFile::WriteOwner)) fichero.write(linea.toUtf8());
 }
 
 }  // namespace ondalis

@@ -20,7 +20,7 @@ namespace ondalis {
 struct Producto {
     static constexpr const char *Empresa = "Ferrano";
     static constexpr const char *Titulo = "Ondalis";
-    static constexpr const char *Comentarios = "1.0 Libre";
+    static constexpr const char *Comentarios = "1.0 Libre";  // the edition
     static constexpr int VersionMayor = 1;
     static constexpr int VersionMenor = 0;
     static constexpr int Revision = 0;

@@ -15,7 +15,8 @@ namespace {
 constexpr QChar kBlanco(u' ');
 constexpr std::array<char16_t, 11> kSignos = {u',', u'.', u';', u':', u'¿', u'?', u'¡', u'!', u'(', u')', u'"'};
 
-// Entries that feed each other can make a text grow without end; what is longer is no text to be read.
+// Entries that feed each other can make a text grow without end, and signs make it six times as long; what is longer is
+// no text to be read.
 constexpr qsizetype kMaxTexto = 32 * 1024 * 1024;
 
 QString Espaciado(char16_t signo) { return QStringLiteral("   ") + QChar(signo) + QStringLiteral("  "); }
@@ -160,8 +161,10 @@ const cFiltro::Indice &cFiltro::Diccionario() {
 void cFiltro::TrataSignosPuntuacion(QString &texto) {
     Protege(m_log, "TrataSignosPuntuacion", [&] {
         // No spaced form holds another sign, so one walk gives what one replacement a sign would.
+        const qsizetype larga = texto.size() + 5 * std::count_if(texto.cbegin(), texto.cend(), EsSigno);
+        if (larga > kMaxTexto && larga > texto.size()) throw ErrorFallo{Fallo::De(Fallo::SinMemoria)};
         QString nuevo;
-        nuevo.reserve(texto.size() + 5 * std::count_if(texto.cbegin(), texto.cend(), EsSigno));
+        nuevo.reserve(larga);
         for (const QChar c : std::as_const(texto)) {
             if (EsSigno(c))
                 nuevo += Espaciado(c.unicode());

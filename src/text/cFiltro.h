@@ -14,6 +14,7 @@ public:
     explicit cFiltro(cLog &log);
     ~cFiltro();
 
+    // A text that would come out longer than 32 Mi characters stays as it is, with a log line.
     void TrataSignosPuntuacion(QString &texto);
     // The result is that of replacing entry by entry, in the table's order; keys that can't occur cost nothing. Entries
     // that would make the text longer than 32 Mi characters end the pass with a log line, the text as it was before.

@@ -49,7 +49,7 @@ int main(int argc, char **argv) {
         return kMalUso;
     }
     // No locale is ever set here: numbers in the engine's files are read as the C locale writes them.
-    prctl(PR_SET_PDEATHSIG, SIGTERM);
+    prctl(PR_SET_PDEATHSIG, SIGKILL);  // a stopped one would never see any other
     std::signal(SIGPIPE, SIG_IGN);
     if (a.amable != 0 && setpriority(PRIO_PROCESS, 0, a.amable) != 0)
         std::fprintf(stderr, "setpriority: %s\n", std::strerror(errno));

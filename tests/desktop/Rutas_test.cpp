@@ -58,5 +58,11 @@ TEST(Rutas, TheWorkerStandsBesideTheProgramOrInLibexecUnlessOneIsNamed) {
     EXPECT_EQ(rutas::ProgramaMotor(bin), QStringLiteral("/otro/motor"));
 }
 
+TEST(Rutas, TheInstalledDataAreFoundFromTheProgramsOwnFolder) {
+    EXPECT_EQ(rutas::CarpetaInstalada(QStringLiteral("/usr/bin")), QStringLiteral("/usr/share/ondalis"));
+    EXPECT_EQ(rutas::CarpetaInstalada(QStringLiteral("/opt/otro sitio/bin")),
+              QStringLiteral("/opt/otro sitio/share/ondalis"));
+}
+
 }  // namespace
 }  // namespace ondalis

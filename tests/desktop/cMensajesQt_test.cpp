@@ -7,6 +7,8 @@
 #include <QPushButton>
 #include <QTimer>
 
+#include "settings/cCola.h"
+
 namespace ondalis {
 namespace {
 
@@ -62,6 +64,28 @@ TEST(cMensajesQt, TheBoxStandsInFrontOfEverything) {
     mensajes.Muestra(QStringLiteral("hola"), false, false, QStringLiteral("Ondalis"));
     EXPECT_NE(suya, 0u);
     EXPECT_EQ(alFrente, suya);
+}
+
+TEST(cMensajesQt, AKeyThatWaitedForTheHandlerActsWhileItsBoxIsOpen) {
+    cCola cola;
+    cola.SetHayModal([] { return QApplication::activeModalWidget() != nullptr; });
+    cMensajesQt mensajes({}, [&] { cola.Despierta(); });
+    QStringList orden;
+    cola.Pon(cCola::Clase::Tecla, [&] {
+        mensajes.Muestra(QStringLiteral("hola"), false, false, QStringLiteral("Ondalis"));
+        orden << QStringLiteral("primera");
+    });
+    cola.Pon(cCola::Clase::Tecla, [&] {
+        orden << QStringLiteral("segunda");
+        qobject_cast<QMessageBox *>(QApplication::activeModalWidget())->accept();
+    });
+    // Without the key nobody else closes the box.
+    QTimer plazo;
+    plazo.setSingleShot(true);
+    QObject::connect(&plazo, &QTimer::timeout, [&] { mensajes.Cierra(); });
+    plazo.start(5000);
+    while (orden.size() < 2 && plazo.isActive()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    EXPECT_EQ(orden, QStringList({QStringLiteral("segunda"), QStringLiteral("primera")}));
 }
 
 TEST(cMensajesQt, TheProgramsEndClosesABoxAsIfAnsweredWithNo) {

@@ -17,6 +17,17 @@ Control y 5, se avanza y se retrocede diez palabras.
 '''
 
 
+def abre_texto(b):
+    """Shows the text in a window of another program."""
+    escrito = os.path.join(b.escritorio.carpeta, 'texto.txt')
+    with open(escrito, 'w', encoding='utf-8') as f:
+        f.write('\n' + TEXTO)
+    b.escritorio.procesos.arranca(
+        ['xterm', '-u8', '-fa', 'DejaVu Sans Mono', '-fs', '16', '-geometry', '66x11+120+160', '-bg', '#fdfdf5',
+         '-fg', '#202020', '-title', 'Un texto cualquiera', '-e', 'sh', '-c', f'cat {escrito}; sleep 600'])
+    time.sleep(1.0)
+
+
 def main():
     salida = os.path.join(RAIZ, 'build', 'demo')
     os.makedirs(salida, exist_ok=True)
@@ -25,13 +36,7 @@ def main():
         if os.path.exists(viejo):
             os.remove(viejo)
     with Banco('real', {'General': {'UtilizaSonidos': 'True'}}) as b:
-        escrito = os.path.join(b.escritorio.carpeta, 'texto.txt')
-        with open(escrito, 'w', encoding='utf-8') as f:
-            f.write('\n' + TEXTO)
-        b.escritorio.procesos.arranca(
-            ['xterm', '-u8', '-fa', 'DejaVu Sans Mono', '-fs', '16', '-geometry', '66x11+120+160', '-bg', '#fdfdf5',
-             '-fg', '#202020', '-title', 'Un texto cualquiera', '-e', 'sh', '-c', f'cat {escrito}; sleep 600'])
-        time.sleep(1.0)
+        abre_texto(b)
         print('Se copia un texto en el escritorio virtual...', flush=True)
         t = b.copia(TEXTO)
         primera = b.espera_sonido(10, desde=t)

@@ -237,5 +237,21 @@ TEST(Protocolo, AManyMegabyteTextPasses) {
     EXPECT_EQ(d.Siguiente(), Trama(habla));
 }
 
+TEST(Protocolo, TheSizeToldBeforehandIsNeverLessThanTheFrames) {
+    Locucion locucion;
+    locucion.voz.motor = "espeak";
+    locucion.voz.voz = "roa/es";
+    for (int tramos = 0; tramos < 50; ++tramos) {
+        std::vector<std::uint8_t> bytes;
+        Codifica(TramaHabla{locucion}, bytes);
+        EXPECT_GE(TamanoDeHabla(locucion), bytes.size());
+        EXPECT_LE(TamanoDeHabla(locucion), bytes.size() + 128);
+        Tramo tramo;
+        tramo.texto.assign(static_cast<std::size_t>(tramos) * 7, u'x');
+        tramo.cortes.resize(static_cast<std::size_t>(tramos) % 3);
+        locucion.tramos.push_back(tramo);
+    }
+}
+
 }  // namespace
 }  // namespace ondalis

@@ -108,6 +108,8 @@ public:
     void Opciones() override { m_diario.Anota(QStringLiteral("ventanas.Opciones")); }
     void AbrirEditor() override { m_diario.Anota(QStringLiteral("ventanas.AbrirEditor")); }
     void Salir() override { m_diario.Anota(QStringLiteral("ventanas.Salir")); }
+    void MuestraLupa() override { m_diario.Anota(QStringLiteral("ventanas.MuestraLupa")); }
+    void DescargaLupa() override { m_diario.Anota(QStringLiteral("ventanas.DescargaLupa")); }
     void DescargaFormularios() override { m_diario.Anota(QStringLiteral("ventanas.DescargaFormularios")); }
 
 private:

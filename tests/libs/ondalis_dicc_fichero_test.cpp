@@ -4,6 +4,7 @@
 #include <sys/mount.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -187,6 +188,27 @@ TEST_F(FicheroDicc, TheFilesPermissionsAndALinkToItAreKept) {
     struct stat datos {};
     ASSERT_EQ(0, stat(real.c_str(), &datos));
     EXPECT_EQ(0640u, datos.st_mode & 07777u);
+}
+
+TEST_F(FicheroDicc, AFileThatMayNotBeReadIsMovedAsideAndNotReplaced) {
+    Escribe(kCabecera + "a\t1\n");
+    ASSERT_EQ(0, chmod(m_ruta.c_str(), 0));
+    ASSERT_EQ(0, chmod(m_carpeta.c_str(), 0777));
+    const pid_t hijo = fork();
+    if (hijo == 0) {  // root may read everything
+        if (getuid() == 0 && setuid(65534) != 0) _exit(2);
+        if (CargaDicc(m_ruta.c_str()) != 0) _exit(3);
+        AddConversionDicc("b", "2");
+        _exit(GrabaDicc(m_ruta.c_str()) == 1 ? 0 : 4);
+    }
+    int estado = 0;
+    ASSERT_EQ(hijo, waitpid(hijo, &estado, 0));
+    ASSERT_TRUE(WIFEXITED(estado));
+    EXPECT_EQ(0, WEXITSTATUS(estado));
+    EXPECT_EQ((std::set<std::string>{"diccionario.dat", "diccionario.dat.roto"}), Nombres());
+    ASSERT_EQ(0, chmod((m_ruta + ".roto").c_str(), 0600));
+    EXPECT_EQ(kCabecera + "a\t1\n", Lee(m_ruta + ".roto"));
+    EXPECT_EQ(kCabecera + "b\t2\n", Lee(m_ruta));
 }
 
 TEST_F(FicheroDicc, AFolderThatCanNotHoldFilesFailsTheWriting) {

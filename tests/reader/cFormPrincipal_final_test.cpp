@@ -107,6 +107,39 @@ TEST_F(Final, WithUtilizaSonidosOffNothingSounds) {
     EXPECT_EQ(Sonidos(), Lineas{});
 }
 
+TEST_F(Final, WithUtilizaSonidosOffNoneOfTheEightSoundsIsPlayedWhateverTheBoxesSay) {
+    const auto recorreLosSonidos = [this](std::int32_t tipo) {
+        LeeDe(tipo, QStringLiteral("uno dos tres cuatro cinco seis"));
+        motor.Palabra(4);
+        for (const char *comando : {"Pausa", "Pausa", "Retroceder", "ImprPant"}) Pulsa(comando);
+        Corre();
+        TerminaTexto();
+        for (const char *comando : {"Repetir", "Detener", "Activar", "Detener", "Activar", "MasVel"}) Pulsa(comando);
+        Corre();
+        TerminaTexto();
+    };
+    opcTeclasRap.SetUtilizaAvisos(false);
+    Copia(QStringLiteral("uno dos tres cuatro cinco seis"));
+    sonidosAviso.SetLeeTeclado(true);
+    recorreLosSonidos(1);
+    const QStringList oidos = sonido.nombres;
+    for (const char *nombre :
+         {"ACTIVAR", "DESACTIVAR", "ERROR", "VOLUMEN", "DETENER", "PAUSA", "REPETIRLECTURA", "AVANZARRETROCEDER"})
+        EXPECT_TRUE(oidos.contains(QLatin1String(nombre))) << nombre;
+    opcGeneral.SetUtilizaSonidos(false);
+    sonido.nombres.clear();
+    for (int cajas = 0; cajas < 16; ++cajas)
+        for (const std::int32_t tipo : {1, 2}) {
+            sonidosAviso.SetAvisosGenerales((cajas & 1) != 0);
+            sonidosAviso.SetActivarDesactivar((cajas & 2) != 0);
+            sonidosAviso.SetPortapapeles((cajas & 4) != 0);
+            sonidosAviso.SetLeeTeclado((cajas & 8) != 0);
+            Copia(QStringLiteral("otra vez"));
+            recorreLosSonidos(tipo);
+        }
+    EXPECT_EQ(sonido.nombres, QStringList());
+}
+
 TEST_F(Final, TheEditorsButtonsComeBackAtEveryStopOfItsReadingWhateverTheState) {
     LeeDe(3, QStringLiteral("uno"));
     Estado() = 1;

@@ -155,6 +155,18 @@ TEST_F(Navegacion, ARepeatSpeaksTheLastTextFromItsBeginning) {
     EXPECT_EQ(campos.PosBase, 1);
 }
 
+TEST_F(Navegacion, ARepeatRefusedInABoxInWhichTheProgramIsSwitchedOffStaysDeaf) {
+    Lee(m_diez);
+    TerminaTexto();
+    motor.rechazo = Fallo::De(Fallo::SintaxisDeEtiquetas);
+    mensajes.alMostrar = [this] { principal.ActivarDesactivar_Click(); };
+    principal.RepetirLectura_Click();
+    EXPECT_EQ(mensajes.cajas.size(), 1U);
+    EXPECT_FALSE(principal.ProgramaActivo());
+    EXPECT_FALSE(timer.Enabled());
+    EXPECT_EQ(icono.imagen, 9);
+}
+
 TEST_F(Navegacion, ARepeatDoesNotFilterAgainButRecordsAgain) {
     AddConversionDicc("pal1", "pal1pal1");
     opcGrabar.SetGrabarTexto(true);

@@ -65,7 +65,7 @@ TEST_F(Teclas, NoticesAreInTheLanguageOfTheVoice) {
     Pulsa("Activar");
     diario.Olvida();
     Pulsa("Detener");
-    EXPECT_EQ(Motor(), Lineas{"HablaAviso(Ondalis is inactive)"});
+    EXPECT_EQ(diario.Todo(), (Lineas{"sonido.ERROR", "motor.HablaAviso(Ondalis is inactive)"}));
 }
 
 TEST_F(Teclas, WithUtilizaAvisosOffOnlyTheSoundIsLeft) {

@@ -5,6 +5,7 @@
 #include <QLocale>
 
 #include "fakes/RegistroPropio.h"
+#include "settings/Catalogo.h"
 #include "settings/cOpcGeneral.h"
 #include "settings/cOpcSonidosAviso.h"
 #include "settings/cOpcTipoLectura.h"
@@ -122,6 +123,29 @@ TEST_F(Opciones, NumbersAreWrittenAndReadInTheCLocaleUnderASpanishOne) {
     EXPECT_EQ(p.Lee("TipoLectura", "CharsMiniTexto"), "1234567");
     EXPECT_EQ(p.Lee("Ventana", "LeftEditor", 12345.5f), "12345.5");
     QLocale::setDefault(antes);
+}
+
+class PlazaLupa : public TablaOpciones {
+public:
+    PlazaLupa(cRegistro &registro, cLog &log) : TablaOpciones(kFilas, registro, log, QStringLiteral("Lupa")) {
+        CargaFilas();
+    }
+    static constexpr FilaOpcion kFilas[] = {FilaDe("Left", "Ventana", "LeftLupa", "7")};
+};
+
+TEST_F(Opciones, ACoordinateKeepsTheSevenDigitsOfASinglePrecisionNumber) {
+    p.Salva("Ventana", "LeftLupa", "115200.5");
+    EXPECT_EQ(PlazaLupa(p.Registro(), p.Log()).Tag("Left"), "115200.5");
+    p.Salva("Ventana", "LeftLupa", "-0.25");
+    EXPECT_EQ(PlazaLupa(p.Registro(), p.Log()).Tag("Left"), "-0.25");
+}
+
+TEST_F(Opciones, ACoordinateWithoutAPlaceMakesNoSense) {
+    for (const char *texto : {"inf", "-inf", "nan", "1e99", "12,5", "ancho"}) {
+        p.Salva("Ventana", "LeftLupa", texto);
+        EXPECT_EQ(PlazaLupa(p.Registro(), p.Log()).Tag("Left"), "7") << texto;
+    }
+    EXPECT_EQ(p.LineasLog().size(), 6);
 }
 
 }  // namespace

@@ -4,6 +4,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QLocale>
 #include <new>
 #include <stdexcept>
@@ -226,6 +229,36 @@ TEST_F(cGeneralTest, AnEventWithNeitherErrorNorTextWritesNoLogLine) {
     p.Log().Escribe("a.B: ", Fallo{}, "  extra ");
     ASSERT_EQ(p.LineasLog().size(), 1);
     EXPECT_TRUE(p.LineasLog()[0].endsWith(" a.B:  [extra]"));
+}
+
+TEST_F(cGeneralTest, AnEventIsOneLineOfTheLogWhateverItsText) {
+    p.Log().Escribe("a.B: ", Fallo{5, "uno\ndos", 0}, "tres\r\ncuatro");
+    ASSERT_EQ(p.LineasLog().size(), 1);
+    EXPECT_TRUE(p.LineasLog()[0].endsWith("a.B: uno dos (5) [tres  cuatro]")) << p.LineasLog()[0].toStdString();
+}
+
+TEST_F(cGeneralTest, TheLogIsItsUsersAloneAndOneThatIsThereKeepsItsPermissions) {
+    p.Log().Escribe("a.B: ", "x");
+    const QByteArray ruta = QFile::encodeName(p.Log().Fichero());
+    struct stat datos {};
+    ASSERT_EQ(stat(ruta.constData(), &datos), 0);
+    EXPECT_EQ(datos.st_mode & 0777, 0600u);
+    ASSERT_EQ(chmod(ruta.constData(), 0640), 0);
+    p.Log().Escribe("a.B: ", "y");
+    ASSERT_EQ(stat(ruta.constData(), &datos), 0);
+    EXPECT_EQ(datos.st_mode & 0777, 0640u);
+    EXPECT_EQ(p.LineasLog().size(), 2);
+}
+
+TEST_F(cGeneralTest, AFifoOrAFolderInTheLogsPlaceHoldsNobodyAndIsLeftAlone) {
+    p.Log().Escribe("a.B: ", "x");
+    ASSERT_TRUE(QFile::remove(p.Log().Fichero()));
+    ASSERT_EQ(mkfifo(QFile::encodeName(p.Log().Fichero()).constData(), 0600), 0);
+    p.Log().Escribe("a.B: ", "y");
+    ASSERT_TRUE(QFile::remove(p.Log().Fichero()));
+    ASSERT_TRUE(QDir().mkpath(p.Log().Fichero()));
+    p.Log().Escribe("a.B: ", "z");
+    EXPECT_TRUE(QFileInfo(p.Log().Fichero()).isDir());
 }
 
 TEST_F(cGeneralTest, ALogThatCannotBeWrittenDisturbsNobody) {

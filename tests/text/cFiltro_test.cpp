@@ -249,6 +249,13 @@ TEST_F(cFiltroTest, EntriesThatMakeTheTextGrowWithoutEndStopAtTheFailingPassWith
     EXPECT_EQ(1, Log().count(QLatin1Char('\n')));
 }
 
+TEST_F(cFiltroTest, SignsThatWouldMakeTheTextTooLongAreLeftAsTheyAreWithOneLogLine) {
+    const QString texto(6 * 1024 * 1024, QLatin1Char(','));
+    EXPECT_EQ(texto, Signos(texto));
+    EXPECT_TRUE(Log().contains(QStringLiteral(" cFiltro.TrataSignosPuntuacion: Memoria insuficiente (7)\n")))
+        << Log().toStdString();
+}
+
 TEST_F(cFiltroTest, SuccessLeavesNoLine) {
     Entrada("a", "b");
     Signos(Conversiones(QStringLiteral("a, b")));

@@ -3,6 +3,7 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 
 #include "engine/Protocolo.h"
@@ -12,6 +13,9 @@ namespace ondalis {
 namespace {
 
 using Plazo = std::chrono::steady_clock::time_point;
+
+// No engine may take longer to its first answer, whatever it says of itself: a hang must still be seen.
+constexpr std::uint32_t kMayorPlazoMs = 60'000;
 
 bool EsperaDescriptor(int descriptor, short sucesos, Plazo hasta) {
     const auto queda = std::chrono::duration_cast<std::chrono::milliseconds>(hasta - std::chrono::steady_clock::now());
@@ -32,14 +36,25 @@ bool Envia(int descriptor, const std::vector<std::uint8_t> &bytes, Plazo hasta) 
     return true;
 }
 
-std::vector<TokenVoz> Pregunta(LanzadorMotor &lanzador, std::chrono::milliseconds limite) {
+void Anota(const TramaVoz &voz, std::vector<TokenVoz> &tokens, PlazosMotor &plazos) {
+    tokens.push_back({QString::fromStdString(voz.fabricante), QString::fromStdString(voz.nombre),
+                      QString::fromStdString(voz.lengua), voz.motor, voz.voz});
+    if (voz.plazoMs == 0) return;
+    auto &plazo = plazos.deMotor[voz.motor];
+    plazo = std::max(plazo, std::chrono::milliseconds(std::min(voz.plazoMs, kMayorPlazoMs)));
+}
+
+}  // namespace
+
+// The worker is started and ended by one and the same thread: it dies with the thread that started it.
+cTokensMotor::Respuesta cTokensMotor::Pregunta(LanzadorMotor &lanzador, std::chrono::milliseconds limite) {
     const Plazo hasta = std::chrono::steady_clock::now() + limite;
     const auto motor = lanzador.Lanza();
     std::vector<std::uint8_t> peticion;
     Codifica(TramaPideVoces{}, peticion);
     if (!motor || !Envia(motor->Descriptor(), peticion, hasta)) return {};
 
-    std::vector<TokenVoz> tokens;
+    Respuesta respuesta;
     Descodificador tramas;
     std::uint8_t bytes[16384];
     while (EsperaDescriptor(motor->Descriptor(), POLLIN, hasta)) {
@@ -48,28 +63,28 @@ std::vector<TokenVoz> Pregunta(LanzadorMotor &lanzador, std::chrono::millisecond
         if (n < 0) continue;
         tramas.Alimenta({bytes, static_cast<std::size_t>(n)});
         while (const auto trama = tramas.Siguiente()) {
-            if (const auto *voz = std::get_if<TramaVoz>(&*trama))
-                tokens.push_back({QString::fromStdString(voz->fabricante), QString::fromStdString(voz->nombre),
-                                  QString::fromStdString(voz->lengua), voz->motor, voz->voz});
-            if (std::holds_alternative<TramaFin>(*trama)) return tokens;
+            if (const auto *voz = std::get_if<TramaVoz>(&*trama)) Anota(*voz, respuesta.tokens, respuesta.plazos);
+            if (std::holds_alternative<TramaFin>(*trama)) return respuesta;
         }
         if (tramas.Roto()) return {};
     }
     return {};  // half a list would give each voice another number at the next start
 }
 
-}  // namespace
-
 cTokensMotor::cTokensMotor(LanzadorMotor &lanzador, std::chrono::milliseconds limite)
-    : m_respuesta(std::async(std::launch::async, [&lanzador, limite] { return Pregunta(lanzador, limite); })) {}
+    : m_enCamino(std::async(std::launch::async, [&lanzador, limite] { return Pregunta(lanzador, limite); })) {}
 
 bool cTokensMotor::Listos() const {
-    return !m_respuesta.valid() || m_respuesta.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+    return !m_enCamino.valid() || m_enCamino.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
 }
 
-const std::vector<TokenVoz> &cTokensMotor::Tokens() const {
-    if (m_respuesta.valid()) m_tokens = m_respuesta.get();
-    return m_tokens;
+const cTokensMotor::Respuesta &cTokensMotor::LaRespuesta() const {
+    if (m_enCamino.valid()) m_respuesta = m_enCamino.get();
+    return m_respuesta;
 }
+
+const std::vector<TokenVoz> &cTokensMotor::Tokens() const { return LaRespuesta().tokens; }
+
+PlazosMotor cTokensMotor::Plazos() const { return LaRespuesta().plazos; }
 
 }  // namespace ondalis

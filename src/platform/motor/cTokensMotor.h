@@ -5,7 +5,7 @@
 #include <chrono>
 #include <future>
 
-#include "engine/LanzadorMotor.h"
+#include "engine/cBomba.h"
 #include "speech/SpVoice.h"
 
 namespace ondalis {
@@ -18,10 +18,19 @@ public:
     bool Listos() const;
     // Waits for the answer the first time.
     const std::vector<TokenVoz> &Tokens() const override;
+    // The limits for a live channel: each engine's own to its first answer, where it tells one. Waits as Tokens does.
+    PlazosMotor Plazos() const;
 
 private:
-    mutable std::future<std::vector<TokenVoz>> m_respuesta;
-    mutable std::vector<TokenVoz> m_tokens;
+    struct Respuesta {
+        std::vector<TokenVoz> tokens;
+        PlazosMotor plazos;
+    };
+    static Respuesta Pregunta(LanzadorMotor &lanzador, std::chrono::milliseconds limite);
+    const Respuesta &LaRespuesta() const;
+
+    mutable std::future<Respuesta> m_enCamino;
+    mutable Respuesta m_respuesta;
 };
 
 }  // namespace ondalis

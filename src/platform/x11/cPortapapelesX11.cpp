@@ -8,14 +8,17 @@
 namespace ondalis {
 
 namespace {
-constexpr std::size_t kMaxBytes = std::size_t{256} * 1024 * 1024;  // a longer text is no text for a voice
+constexpr std::uint32_t kMaxPropiedad = 256 * 1024 * 1024;  // bytes; no server takes so many in one piece
 constexpr std::size_t kNumPropiedades = 8;
 }  // namespace
 
 cPortapapelesX11::cPortapapelesX11(cLog &log) : cPortapapelesX11(log, Plazos{}) {}
 
-cPortapapelesX11::cPortapapelesX11(cLog &log, Plazos plazos)
-    : m_log(log), m_plazos(plazos), m_conexion([this](const xcb_generic_event_t &evento) { Evento(evento); }) {
+cPortapapelesX11::cPortapapelesX11(cLog &log, Plazos plazos, std::size_t maxBytes)
+    : m_log(log),
+      m_plazos(plazos),
+      m_maxBytes(maxBytes),
+      m_conexion([this](const xcb_generic_event_t &evento) { Evento(evento); }) {
     if (!m_conexion.Viva()) return;
     xcb_connection_t *x = m_conexion.Xcb();
     const auto *xfixes = xcb_get_extension_data(x, &xcb_xfixes_id);
@@ -186,6 +189,8 @@ void cPortapapelesX11::Contesta(xcb_atom_t propiedad) {
             } else if (tipo == m_incr) {
                 m_paso = Paso::Trozos;  // having deleted the property asks for the first piece
                 m_plazo.start(m_plazos.respuestaMs);
+            } else if (datos.size() > m_maxBytes) {
+                Desecha();
             } else {
                 Termina(true, Descifra(datos, m_formato));
             }
@@ -229,13 +234,18 @@ void cPortapapelesX11::LeeTrozo() {
         Termina(true, Descifra(m_trozos, m_formato));
         return;
     }
-    if (m_trozos.size() + datos.size() > kMaxBytes) {
-        m_log.Escribe(QStringLiteral("cPortapapelesX11.LeeTrozo: "), QStringLiteral("el texto es demasiado largo"));
-        Termina(false, {});
+    if (m_trozos.size() + datos.size() > m_maxBytes) {
+        Desecha();
         return;
     }
     m_trozos.insert(m_trozos.end(), datos.begin(), datos.end());
     m_plazo.start(m_plazos.respuestaMs);
+}
+
+// It is no copy for us; its owner may go on sending, and its pieces are left where they are.
+void cPortapapelesX11::Desecha() {
+    m_log.Escribe(QStringLiteral("cPortapapelesX11.Recoge: "), QStringLiteral("el texto es demasiado largo"));
+    Termina(false, {});
 }
 
 void cPortapapelesX11::Termina(bool hay, const QString &texto) {
@@ -288,7 +298,7 @@ void cPortapapelesX11::Rehusa(const xcb_generic_event_t &evento) {
 // Reads and deletes the property. Deleting is what asks for the next piece of a long text.
 std::vector<char> cPortapapelesX11::LeePropiedad(xcb_atom_t propiedad, xcb_atom_t &tipo) {
     xcb_connection_t *x = m_conexion.Xcb();
-    const auto peticion = xcb_get_property(x, 1, m_ventana, propiedad, XCB_GET_PROPERTY_TYPE_ANY, 0, kMaxBytes / 4);
+    const auto peticion = xcb_get_property(x, 1, m_ventana, propiedad, XCB_GET_PROPERTY_TYPE_ANY, 0, kMaxPropiedad / 4);
     const XcbPtr<xcb_get_property_reply_t> respuesta(xcb_get_property_reply(x, peticion, nullptr));
     tipo = respuesta ? respuesta->type : static_cast<xcb_atom_t>(XCB_NONE);
     if (!respuesta) return {};

@@ -20,8 +20,11 @@ public:
         int retornoMs = 2000;    // the emptied text coming back within this is a clipboard manager's doing
     };
 
+    // A longer text is five hundred hours of speech and no copy to be read: it is logged and counts as none.
+    static constexpr std::size_t MaxBytes = std::size_t{32} * 1024 * 1024;
+
     explicit cPortapapelesX11(cLog &log);
-    cPortapapelesX11(cLog &log, Plazos plazos);
+    cPortapapelesX11(cLog &log, Plazos plazos, std::size_t maxBytes = MaxBytes);
     ~cPortapapelesX11() override;
     cPortapapelesX11(const cPortapapelesX11 &) = delete;
     cPortapapelesX11 &operator=(const cPortapapelesX11 &) = delete;
@@ -49,6 +52,7 @@ private:
     void LeeFormatos(const std::vector<char> &datos);
     void SiguienteFormato();
     void LeeTrozo();
+    void Desecha();
     void Termina(bool hay, const QString &texto);
     void Abandona();
     void Suelta(xcb_timestamp_t momento);
@@ -60,6 +64,7 @@ private:
 
     cLog &m_log;
     Plazos m_plazos;
+    std::size_t m_maxBytes;
     cConexionX m_conexion;
     std::uint8_t m_primerEvento = 0;  // of XFixes
     xcb_window_t m_ventana = XCB_NONE;

@@ -87,7 +87,7 @@ class Banco:
                     return linea.partition('=')[2]
         return None
 
-    def arranca_lector(self, argumentos=()):
+    def arranca_lector(self, argumentos=(), espera_listo=True):
         entorno = dict(self.escritorio.entorno, ONDALIS_AVISA_LISTO='1')
         if self.motor == 'tono':
             entorno['ONDALIS_MOTOR'] = os.path.join(OBRA, 'tests', 'ondalis-motor-tono')
@@ -99,9 +99,10 @@ class Banco:
         diario = open(os.path.join(self.escritorio.carpeta, 'ondalis.txt'), 'ab')
         lee, escribe = os.pipe()
         antes = time.monotonic()
-        self.lector = self.escritorio.procesos.arranca([programa, *argumentos], 'ondalis', entorno, stdout=diario, stderr=escribe)
+        self.lector = self.escritorio.procesos.arranca([programa, *argumentos], 'ondalis', entorno,
+                                                       stdout=diario, stderr=escribe)
         os.close(escribe)
-        listo = threading.Event()
+        self._listo = listo = threading.Event()
         self.listo_en = None
 
         def copia_errores():
@@ -113,8 +114,12 @@ class Banco:
                     diario.write(linea)
                     diario.flush()
         threading.Thread(target=copia_errores, daemon=True).start()
-        espera(lambda: listo.is_set() or self.lector.poll() is not None, 20, que='the reader to be ready')
-        if not listo.is_set():
+        if espera_listo:
+            self.espera_listo()
+
+    def espera_listo(self):
+        espera(lambda: self._listo.is_set() or self.lector.poll() is not None, 20, que='the reader to be ready')
+        if not self._listo.is_set():
             raise AssertionError(f'the reader ended at once with {self.lector.returncode}')
         self.inicio = time.monotonic()
 

@@ -16,6 +16,14 @@ for _f, _res, _args in (
         (_x.XUngrabKey, _int, [_Display, _int, _uint, _ulong]),
         (_x.XSendEvent, _int, [_Display, _ulong, _int, ctypes.c_long, ctypes.c_void_p]),
         (_x.XNextEvent, _int, [_Display, ctypes.c_void_p]),
+        (_x.XDefaultVisual, ctypes.c_void_p, [_Display, _int]), (_x.XDefaultGC, ctypes.c_void_p, [_Display, _int]),
+        (_x.XCreateImage, ctypes.c_void_p, [_Display, ctypes.c_void_p, _uint, _int, _int, ctypes.c_char_p, _uint, _uint,
+                                            _int, _int]),
+        (_x.XCreatePixmap, _ulong, [_Display, _ulong, _uint, _uint, _uint]),
+        (_x.XPutImage, _int, [_Display, _ulong, ctypes.c_void_p, ctypes.c_void_p, _int, _int, _int, _int, _uint, _uint]),
+        (_x.XSetWindowBackgroundPixmap, _int, [_Display, _ulong, _ulong]), (_x.XFreePixmap, _int, [_Display, _ulong]),
+        (_x.XClearWindow, _int, [_Display, _ulong]), (_x.XFree, _int, [ctypes.c_void_p]),
+        (_x.XSendEvent, _int, [_Display, _ulong, _int, ctypes.c_long, ctypes.c_void_p]),
         (_t.XTestFakeKeyEvent, _int, [_Display, _uint, _int, _ulong]),
         (_t.XTestFakeButtonEvent, _int, [_Display, _uint, _int, _ulong]),
         (_t.XTestFakeMotionEvent, _int, [_Display, _int, _int, _int, _ulong])):
@@ -80,14 +88,22 @@ class Equis:
         _t.XTestFakeButtonEvent(self._d, boton, 0, 0)
         _x.XSync(self._d, 0)
 
-    def cierra_ventana(self, ventana):
-        """Asks the window manager to close a window, as its button in the title bar does."""
-        class Mensaje(ctypes.Structure):
-            _fields_ = [('tipo', _int), ('serie', _ulong), ('enviado', _int), ('d', _Display), ('ventana', _ulong),
-                        ('mensaje', _ulong), ('formato', _int), ('datos', ctypes.c_long * 5), ('resto', ctypes.c_byte * 64)]
-        m = Mensaje(33, 0, 1, self._d, ventana, _x.XInternAtom(self._d, b'_NET_CLOSE_WINDOW', 0), 32)
-        m.datos[1] = 2
-        _x.XSendEvent(self._d, self._raiz, 0, 0x180000, ctypes.byref(m))
+    def pinta_fondo(self, ancho, alto, pixeles):
+        """Gives the root window a picture: 32 bits a pixel, blue first."""
+        imagen = _x.XCreateImage(self._d, _x.XDefaultVisual(self._d, 0), 24, 2, 0, pixeles, ancho, alto, 32, 0)
+        mapa = _x.XCreatePixmap(self._d, self._raiz, ancho, alto, 24)
+        _x.XPutImage(self._d, mapa, _x.XDefaultGC(self._d, 0), imagen, 0, 0, 0, 0, ancho, alto)
+        _x.XSetWindowBackgroundPixmap(self._d, self._raiz, mapa)
+        _x.XClearWindow(self._d, self._raiz)
+        _x.XFreePixmap(self._d, mapa)
+        _x.XSync(self._d, 0)
+        _x.XFree(imagen)  # the record only: the pixels are the caller's
+
+    def cierra_ventana(self, numero):
+        """Asks the window manager to close a window, as its frame's close box does."""
+        mensaje = _x.XInternAtom(self._d, b'_NET_CLOSE_WINDOW', 0)
+        evento = (ctypes.c_long * 24)(33, 0, 1, self._d, numero, mensaje, 32, 0, 2)  # ClientMessage, from a pager
+        _x.XSendEvent(self._d, self._raiz, 0, 0x180000, evento)
         _x.XSync(self._d, 0)
 
     def boton(self, x, y, boton, baja):

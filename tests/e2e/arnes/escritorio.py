@@ -122,6 +122,15 @@ class Escritorio:
         self._equis.kill()
         self._equis.wait()
 
+    def arbol(self):
+        """Lines of the tree of all windows."""
+        for _ in range(20):
+            try:
+                return self.procesos.corre(['xwininfo', '-root', '-tree']).decode(errors='replace').splitlines()
+            except AssertionError:
+                pass  # the tool fails when a window goes while it asks
+        raise AssertionError('the tree of windows never stands still')
+
     def captura(self, ruta):
         self.procesos.corre(['import', '-window', 'root', ruta])
 

@@ -164,7 +164,8 @@ def apariciones(x, muestra, parecido=0.8):
     for i in np.argsort(norma)[::-1]:
         if norma[i] < parecido:
             break
-        if all(abs(int(i) - j) > len(muestra) // 2 for j in halladas):
+        # A shifted copy of a steady sound resembles itself: two that are heard are a whole length apart.
+        if all(abs(int(i) - j) > 0.9 * len(muestra) for j in halladas):
             halladas.append(int(i))
     return sorted(halladas)
 

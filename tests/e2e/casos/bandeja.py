@@ -26,8 +26,8 @@ XML = """<node><interface name="org.kde.StatusNotifierWatcher">
 VALORES = {'IsStatusNotifierHostRegistered': GLib.Variant('b', sys.argv[1] == '1'),
            'RegisteredStatusNotifierItems': GLib.Variant('as', []), 'ProtocolVersion': GLib.Variant('i', 0)}
 
-def llamada(_c, _s, _o, _i, metodo, _p, invocacion):
-    print(metodo, flush=True)
+def llamada(_c, quien, _o, _i, metodo, _p, invocacion):
+    print(metodo, quien, flush=True)
     invocacion.return_value(None)
 
 def en_el_bus(conexion, _nombre):
@@ -63,7 +63,13 @@ class _Vigilante:
             return f.read()
 
     def registrado(self):
-        return 'RegisterStatusNotifierItem' in self.dicho()
+        """The bus name of whoever has registered an icon, None so far."""
+        with open(self._ruta, encoding='utf-8') as f:
+            for linea in f:
+                metodo, _, quien = linea.rstrip('\n').partition(' ')
+                if metodo == 'RegisterStatusNotifierItem' and quien and linea.endswith('\n'):
+                    return quien
+        return None
 
     def presenta_anfitrion(self):
         """A panel reports to the watcher."""
@@ -324,8 +330,7 @@ def _pregunta(b):
     entorno = dict(b.escritorio.entorno, PULSE_SERVER='unix:/nonexistent', ONDALIS_AVISA_LISTO='1')
     lector = b.escritorio.procesos.arranca([os.path.join(OBRA, 'bin', 'ondalis')], 'ondalis', entorno,
                                            stderr=subprocess.PIPE)
-    espera(lambda: any(l.strip().split()[1:2] == ['"Ondalis":'] for l in b.escritorio.procesos.corre(
-        ['xwininfo', '-root', '-tree']).decode(errors='replace').splitlines()), 15, que='the question')
+    espera(lambda: any(l.strip().split()[1:2] == ['"Ondalis":'] for l in b.escritorio.arbol()), 15, que='the question')
     time.sleep(0.3)  # until the window manager has given it the focus
     return lector
 

@@ -399,5 +399,16 @@ TEST(cBombaFallos, AStoppedWorkerThatReadsNothingCostsNoMemoryAndIsReplaced) {
     EXPECT_EQ(b.Contesta().numero, 21u);
 }
 
+TEST(cBombaFallos, AnUtteranceThatNoFrameHoldsEndsOnceAndIsLogged) {
+    BancoBomba b;
+    b.bomba.Habla(LocucionDe(1, std::u16string(kMaxTrama / sizeof(char16_t), u'a')));
+    EXPECT_TRUE(b.Contesta().tramos.empty());
+    b.Motor().Manda(TramaFin{1});
+    b.Paso();
+    EXPECT_EQ(b.Eventos(), "f1");
+    EXPECT_EQ(b.Avisos(), 1u);
+    EXPECT_EQ(b.lanzador.motores.size(), 1u);
+}
+
 }  // namespace
 }  // namespace ondalis

@@ -1,10 +1,13 @@
 // The channel with the real worker programs, on the null output's clock.
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <signal.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
 #include <optional>
+#include <thread>
 
 #include "BancoCanal.h"
 #include "engine/cLanzadorProceso.h"
@@ -128,6 +131,29 @@ TEST(MotorReal, TextsThatKillTheEngineAreSurvived) {
         EXPECT_EQ(palabras.front(), 0u);
         EXPECT_EQ(palabras.back(), texto.size() - 4);
     }
+}
+
+// The reader's end, however it comes, is the end of the thread that started the worker.
+TEST(MotorReal, AWorkerDiesWithTheThreadThatStartedItEvenWhileItIsStopped) {
+    cLanzadorProceso lanzador{ONDALIS_MOTOR};
+    std::unique_ptr<ProcesoMotor> motor;
+    pid_t pid = 0;
+    std::thread([&] {
+        motor = lanzador.Lanza();
+        if (!motor) return;
+        std::vector<std::uint8_t> peticion;
+        Codifica(TramaPideVoces{}, peticion);
+        pollfd respuesta{motor->Descriptor(), POLLIN, 0};
+        if (write(motor->Descriptor(), peticion.data(), peticion.size()) < 0 || poll(&respuesta, 1, 10'000) != 1)
+            return;
+        std::ifstream("/proc/thread-self/children") >> pid;
+        if (pid > 0) kill(pid, SIGSTOP);
+    }).join();
+    ASSERT_NE(motor, nullptr);
+    if (pid == 0) GTEST_SKIP() << "this kernel doesn't tell a thread's children";
+    pollfd colgado{motor->Descriptor(), 0, 0};
+    ASSERT_EQ(poll(&colgado, 1, 10'000), 1);
+    EXPECT_NE(colgado.revents & POLLHUP, 0);
 }
 
 }  // namespace

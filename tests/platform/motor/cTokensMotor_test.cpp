@@ -66,6 +66,20 @@ TEST(cTokensMotor, EachVoiceOfTheWorkerIsOneToken) {
     EXPECT_EQ(&tokens.Tokens(), &tokens.Tokens());
 }
 
+TEST(cTokensMotor, AnEnginesOwnLimitToItsFirstAnswerIsTheChannelsAndNeverMoreThanAMinute) {
+    using std::chrono::milliseconds;
+    MotorEscrito motor(
+        Tramas({kPablo, TramaVoz{"lento", "a", "A", "409", "X", 7000}, TramaVoz{"lento", "b", "B", "409", "X", 9000},
+                TramaVoz{"eterno", "c", "C", "409", "X", 4'000'000'000}, TramaFin{}}));
+    const PlazosMotor plazos = cTokensMotor(motor).Plazos();
+    const std::map<std::string, milliseconds> esperados{{"lento", milliseconds(9000)},
+                                                        {"eterno", milliseconds(60'000)}};
+    EXPECT_EQ(plazos.deMotor, esperados);
+    EXPECT_EQ(plazos.primera, PlazosMotor{}.primera);
+    SinMotor ninguno;
+    EXPECT_TRUE(cTokensMotor(ninguno).Plazos().deMotor.empty());
+}
+
 TEST(cTokensMotor, AListThatDoesNotEndIsNoList) {
     MotorEscrito cuelga(Tramas({kPablo}), true);
     EXPECT_TRUE(cTokensMotor(cuelga).Tokens().empty());

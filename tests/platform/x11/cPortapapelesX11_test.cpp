@@ -72,6 +72,22 @@ TEST_F(cPortapapelesX11Prueba, ATextOfMoreThanFiveMegabytesComesWholeInPieces) {
     EXPECT_TRUE(portapapeles->Texto().contains(QStringLiteral(" palabra 300000 ")));
 }
 
+TEST_F(cPortapapelesX11Prueba, ATextThatIsTooLongIsNoTextInPiecesOrInOneAndTheNextOneIsRead) {
+    portapapeles.emplace(log, cPortapapelesX11::Plazos{}, 1000);
+    portapapeles->AlRecoger([this] { ++recogidas; });
+    { const auto dueno = Copia("texto", QString(1000, QLatin1Char('x'))); }
+    EXPECT_EQ(portapapeles->Texto().size(), 1000);
+    const auto pieza = Copia("texto", QString(1001, QLatin1Char('x')));
+    EXPECT_FALSE(portapapeles->HayTexto());
+    const auto piezas = Copia("incr", QStringLiteral("200000"));
+    EXPECT_FALSE(portapapeles->HayTexto());
+    QFile diario(log.Fichero());
+    ASSERT_TRUE(diario.open(QIODevice::ReadOnly));
+    EXPECT_EQ(diario.readAll().count("el texto es demasiado largo"), 2);
+    const auto dueno = Copia("texto", QStringLiteral("corto"));
+    EXPECT_TRUE(Espera(QStringLiteral("corto")));
+}
+
 TEST_F(cPortapapelesX11Prueba, TheOldFormatsAreTakenWhereTheNewOnesAreMissing) {
     { const auto dueno = Copia("mime", QStringLiteral("señal")); }
     EXPECT_EQ(portapapeles->Texto(), QStringLiteral("señal"));

@@ -1,0 +1,6 @@
+# Completion of ondalis(1) for fish.
+complete -c ondalis -f
+complete -c ondalis -o help -d 'cuenta qué opciones hay y termina'
+complete -c ondalis -o clear -d 'restaura la configuración predeterminada'
+complete -c ondalis -o debug -d 'se acepta y no hace nada'
+complete -c ondalis -o nosapi5 -d 'ignora las voces SAPI5'
