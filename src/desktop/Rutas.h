@@ -6,7 +6,7 @@
 
 namespace ondalis::rutas {
 
-QString CarpetaDatos();   // the user's data folder, without "/" at its end
+QString CarpetaDatos();  // the user's data folder, without "/" at its end
 // Where the files that the program only reads are looked for, in this order: the user's own copies, beside the
 // executable, the installed data folder.
 QStringList CarpetasDeLectura(const QString &carpetaEjecutable);
