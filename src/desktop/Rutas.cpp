@@ -15,12 +15,18 @@ QStringList CarpetasDeLectura(const QString &carpetaEjecutable) {
             QDir::cleanPath(carpetaEjecutable + QStringLiteral("/../share/ondalis"))};
 }
 
-QString FicheroLog() {
+QString CarpetaEstado() {
     QString estado = qEnvironmentVariable("XDG_STATE_HOME");
     // The conventions want a relative path ignored.
     if (!QDir::isAbsolutePath(estado)) estado = QDir::homePath() + QStringLiteral("/.local/state");
-    return estado + QStringLiteral("/ondalis/Ondalis.log");
+    return estado + QStringLiteral("/ondalis");
 }
+
+QString FicheroLog() { return CarpetaEstado() + QStringLiteral("/Ondalis.log"); }
+
+QString Ejecutable() { return QFileInfo(QStringLiteral("/proc/self/exe")).symLinkTarget(); }
+
+QString CarpetaEjecutable() { return QFileInfo(Ejecutable()).absolutePath(); }
 
 QString CarpetaAutoarranque() {
     return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + QStringLiteral("/autostart");

@@ -10,7 +10,10 @@ QString CarpetaDatos();  // the user's data folder, without "/" at its end
 // Where the files that the program only reads are looked for, in this order: the user's own copies, beside the
 // executable, the installed data folder.
 QStringList CarpetasDeLectura(const QString &carpetaEjecutable);
+QString CarpetaEstado();  // log and marks, without "/" at its end
 QString FicheroLog();
+QString Ejecutable();         // of this very process, without links
+QString CarpetaEjecutable();  // without "/" at its end
 QString CarpetaAutoarranque();
 QString LecturaWav();  // default target of a recording: the music folder, else home
 // The engine worker: what ONDALIS_MOTOR names, else beside the executable or in ../libexec/ondalis.

@@ -1,5 +1,5 @@
-// Tells whether the desktop has a place for tray icons, and when one comes. platform implements it, tests script it.
-// Main thread.
+// Tells whether the desktop has a place for tray icons, by protocol, and when one comes or goes. platform implements
+// it, tests script it. Main thread.
 #pragma once
 
 #include <functional>
@@ -9,9 +9,13 @@ namespace ondalis {
 class VigiaBandeja {
 public:
     virtual ~VigiaBandeja() = default;
-    virtual bool HayAnfitrion() = 0;
+    virtual bool HayEnElBus() = 0;  // a panel that shows status notifiers
+    virtual bool HayEnX() = 0;      // a panel that takes windows in
+    bool HayAnfitrion() { return HayEnElBus() || HayEnX(); }
     // Called when a host has come, also one that was there before and has been started again.
     virtual void SetAlAparecer(std::function<void()> aviso) = 0;
+    // Called when one has gone.
+    virtual void SetAlDesaparecer(std::function<void()> aviso) = 0;
 };
 
 }  // namespace ondalis

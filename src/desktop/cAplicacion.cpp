@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QDeadlineTimer>
 #include <QDir>
-#include <QSessionManager>
 #include <QTimer>
 #include <cstdio>
 
@@ -13,7 +12,6 @@
 #include "libs/ondalis_dicc.h"
 #include "platform/x11/AlFrente.h"
 #include "platform/x11/cCapturaX11.h"
-#include "settings/Catalogo.h"
 
 namespace ondalis {
 
@@ -29,8 +27,8 @@ void Repinta() {
 
 }  // namespace
 
-Preparativos::Preparativos(const QString &fichLog, const QString &programaMotor)
-    : log(fichLog), lanzador(programaMotor.toStdString()), tokens(lanzador), servidor(Producto::Titulo) {}
+Preparativos::Preparativos(cLog &elLog, const QString &programaMotor)
+    : log(elLog), lanzador(programaMotor.toStdString()), tokens(lanzador), servidor(Producto::Titulo) {}
 
 struct cAplicacion::Opciones {
     Opciones(cRegistro &registro, cLog &log, const cVoces &voces, bool haySAPI5)
@@ -107,6 +105,10 @@ cAplicacion::cAplicacion(Preparativos &preparativos, QString linea)
       m_portapapeles(p.log),
       m_teclas(p.log),
       m_bandeja(m_vigia, p.log),
+      m_esperaBandeja(m_cola),
+      m_sinBandeja(m_esperaBandeja, p.log,
+                   {[this] { return m_bandeja.HaySitio(); }, [this](bool visible) { MuestraVentanaMenu(visible); },
+                    [this](const QString &texto) { AvisaEnReposo(texto); }}),
       m_salidaSonido(p.servidor),
       m_sonido(m_salidaSonido, m_cola),
       m_salidaIBM(p.servidor, Producto::Titulo),
@@ -144,7 +146,6 @@ cAplicacion::~cAplicacion() {
 int cAplicacion::Ejecuta() {
     PreparaCarpetas();
     ConectaSalida();
-    if (m_linea.contains(QLatin1String("-clear"), Qt::CaseInsensitive)) RestauraConfiguracion(m_registro);
     if (!HaySonido() && !PreguntaSinSonido()) return 0;
     if (!CargaLector()) return 0;
     if (qEnvironmentVariableIsSet("ONDALIS_AVISA_LISTO")) {
@@ -159,13 +160,27 @@ int cAplicacion::Ejecuta() {
 bool cAplicacion::CargaLector() {
     cCursor cursor(m_puntero, m_cola);
     cursor.SetPuntero(cCursor::RelojDeArena);
+    m_superficie.Pantalla().MuestraCargando();
+    m_cola.DejaCorrer();
+    EsperaVoces();
     ReuneVoces();
     CreaLector();
     if (m_saliendo) return false;
     m_lector->form.Form_Load();
     m_lector->form.Init();
     m_remoto = std::make_unique<cRemoto>(m_lector->form, m_cola, m_estadoVoz, p.log);
+    m_superficie.Pantalla().OcultaCargando();
+    m_sinBandeja.Revisa();
     return true;
+}
+
+// The splash is painted while the voices are waited for.
+void cAplicacion::EsperaVoces() {
+    constexpr std::chrono::milliseconds kVuelta(2);
+    if (p.tokens.Listos()) return;
+    QTimer pulso;
+    pulso.start(kVuelta);
+    m_cola.EsperaBloqueando([this] { return p.tokens.Listos(); }, -1);
 }
 
 // The resident reader lives in its data folder, where its dictionary is.
@@ -181,12 +196,7 @@ void cAplicacion::PreparaCarpetas() {
 void cAplicacion::ConectaSalida() {
     const auto sal = [this] { PideSalida(); };
     m_senales = std::make_unique<cSenales>(sal);
-    // The session starts us again by its own entry, never by what it remembers.
-    const auto acaba = [sal](QSessionManager &sesion) {
-        sesion.setRestartHint(QSessionManager::RestartNever);
-        sal();
-    };
-    QObject::connect(qApp, &QGuiApplication::commitDataRequest, &m_cola, acaba, Qt::DirectConnection);
+    m_finSesion = std::make_unique<cFinSesion>(sal);
 }
 
 // The end is an order like others; but a file being spoken holds orders back, so that one is silenced at once.
@@ -247,8 +257,20 @@ void cAplicacion::ConectaMenu() {
     // Under the bus's protocol for menus the click comes in while a file is spoken.
     if (auto *salir = menu.Menu().findChild<QAction *>(QStringLiteral("Salir")))
         QObject::connect(salir, &QAction::triggered, &m_cola, [&form] { form.CierraRemoto(); });
+    m_bandeja.AlCambiarSitio([this] { m_sinBandeja.Revisa(); });
     m_bandeja.SetMenu(&menu.Menu());
     m_bandeja.AlDobleClick([this, &form] { m_cola.Pon(cCola::Clase::Orden, [&form] { form.Opciones_Click(); }); });
+}
+
+void cAplicacion::MuestraVentanaMenu(bool visible) {
+    if (!m_ventanaMenu) m_ventanaMenu = std::make_unique<VentanaMenu>(m_lector->menu.Menu());
+    m_ventanaMenu->setVisible(visible);
+}
+
+// A notice takes the place of what is sounding: while something is read it is left out.
+void cAplicacion::AvisaEnReposo(const QString &texto) {
+    cFormPrincipal &form = m_lector->form;
+    if (!form.Menu().Detener.Habilitada()) form.DiAviso(texto);
 }
 
 // Unloads the main window. What a handler further out still has to do, it does; then the main loop ends.
@@ -256,6 +278,9 @@ void cAplicacion::Salir() {
     if (m_saliendo) return;
     m_saliendo = true;
     m_mensajes.Cierra();
+    m_bandeja.AlCambiarSitio({});
+    m_esperaBandeja.SetEnabled(false);
+    m_ventanaMenu.reset();
     if (m_lector) m_lector->form.Form_Unload();
 }
 

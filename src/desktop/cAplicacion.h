@@ -4,12 +4,15 @@
 
 #include <memory>
 
+#include "desktop/VentanaMenu.h"
 #include "desktop/cBandeja.h"
 #include "desktop/cCanalPerezoso.h"
+#include "desktop/cFinSesion.h"
 #include "desktop/cMensajesQt.h"
 #include "desktop/cMenuBandeja.h"
 #include "desktop/cPunteroQt.h"
 #include "desktop/cRemoto.h"
+#include "desktop/cSinBandeja.h"
 #include "desktop/cSuperficie.h"
 #include "engine/Reloj.h"
 #include "engine/cLanzadorProceso.h"
@@ -34,9 +37,9 @@ namespace ondalis {
 
 // What works on its own while the toolkit starts: the road to the sound server and the question for the voices.
 struct Preparativos {
-    explicit Preparativos(const QString &fichLog, const QString &programaMotor);
+    Preparativos(cLog &log, const QString &programaMotor);
 
-    cLog log;
+    cLog &log;
     cLanzadorProceso lanzador;
     cTokensMotor tokens;
     cServidorPulse servidor;
@@ -77,11 +80,14 @@ private:
     bool HaySonido();
     bool PreguntaSinSonido();
     bool CargaLector();
+    void EsperaVoces();
     void ReuneVoces();
     void CreaLector();
     void ConectaMenu();
     void ConectaSalida();
     void PideSalida();
+    void MuestraVentanaMenu(bool visible);
+    void AvisaEnReposo(const QString &texto);
     void Salir();
 
     Preparativos &p;
@@ -99,6 +105,8 @@ private:
     cVentanaEnFocoX11 m_ventanaEnFoco;
     cVigiaBandeja m_vigia;
     cBandeja m_bandeja;
+    cTemporizador m_esperaBandeja;
+    cSinBandeja m_sinBandeja;
     cSonidoPulse m_salidaSonido;
     cSonido m_sonido;
     cRelojMonotono m_reloj;
@@ -121,7 +129,9 @@ private:
     std::unique_ptr<Opciones> m_opciones;  // read from the store, after -clear has acted
     std::unique_ptr<Lector> m_lector;
     std::unique_ptr<cRemoto> m_remoto;
+    std::unique_ptr<VentanaMenu> m_ventanaMenu;  // made on first use
     std::unique_ptr<cSenales> m_senales;
+    std::unique_ptr<cFinSesion> m_finSesion;
 };
 
 }  // namespace ondalis

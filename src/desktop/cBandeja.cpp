@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QMenu>
+#include <QMouseEvent>
 
 #include "settings/cRegistro.h"
 
@@ -16,12 +17,29 @@ constexpr int kTamanos[] = {16, 22, 24, 32, 48, 64, 128};
 
 cBandeja::cBandeja(VigiaBandeja &vigia, cLog &log) : m_vigia(vigia), m_log(log) {
     RegistraIconos();
-    m_vigia.SetAlAparecer([this] {
-        if (m_numero != 0) Crea();
+    m_vigia.SetAlAparecer([this] { Aparece(); });
+    m_vigia.SetAlDesaparecer([this] {
+        if (m_alCambiarSitio) m_alCambiarSitio();
     });
 }
 
-cBandeja::~cBandeja() { m_vigia.SetAlAparecer({}); }
+cBandeja::~cBandeja() {
+    m_vigia.SetAlAparecer({});
+    m_vigia.SetAlDesaparecer({});
+}
+
+void cBandeja::Aparece() {
+    if (m_numero != 0) Crea();
+    if (m_alCambiarSitio) m_alCambiarSitio();
+}
+
+bool cBandeja::HaySitio() {
+    switch (m_protocolo) {
+        case Protocolo::Bus: return m_vigia.HayEnElBus();
+        case Protocolo::X: return m_vigia.HayEnX();
+        default: return m_vigia.HayAnfitrion();
+    }
+}
 
 void cBandeja::SetImagen(int numero) {
     if (numero < 1 || numero > NumImagenes || numero == m_numero) return;
@@ -39,22 +57,34 @@ void cBandeja::SetImagen(int numero) {
     }
 }
 
-// Anew each time: an icon that was made for a host that is gone doesn't come back by itself with the next one.
+// Anew each time on the bus: an icon that was made for a watcher that is gone doesn't come back by itself with the next
+// one. The windows of the other kind are moved by the toolkit.
 void cBandeja::Crea() {
+    if (m_protocolo == Protocolo::Ninguno) m_protocolo = m_vigia.HayEnElBus() ? Protocolo::Bus : Protocolo::X;
+    if (m_icono && m_protocolo == Protocolo::X) return;
     m_icono = std::make_unique<QSystemTrayIcon>(Icono(m_numero));
     m_icono->setToolTip(QLatin1String(Producto::Titulo));
-    m_icono->setContextMenu(m_menu);
-    QObject::connect(m_icono.get(), &QSystemTrayIcon::activated, m_icono.get(),
-                     [this](QSystemTrayIcon::ActivationReason motivo) { Pulsado(motivo); });
+    PonMenu();
+    connect(m_icono.get(), &QSystemTrayIcon::activated, this,
+            [this](QSystemTrayIcon::ActivationReason motivo) { Pulsado(motivo); });
     m_icono->show();
+}
+
+// On the bus the panel draws the menu. In a window of ours the toolkit would open it at the button's press already.
+void cBandeja::PonMenu() {
+    if (m_icono) m_icono->setContextMenu(m_protocolo == Protocolo::Bus ? m_menu : nullptr);
 }
 
 void cBandeja::SetMenu(QMenu *menu) {
     m_menu = menu;
-    if (m_icono) m_icono->setContextMenu(menu);
+    PonMenu();
 }
 
 void cBandeja::Pulsado(QSystemTrayIcon::ActivationReason motivo) {
+    if (motivo == QSystemTrayIcon::Context && m_protocolo == Protocolo::X) {
+        qApp->installEventFilter(this);  // for the time of one press
+        return;
+    }
     const bool segundo = motivo == QSystemTrayIcon::Trigger && m_desdeClick.isValid() &&
                          !m_desdeClick.hasExpired(QApplication::doubleClickInterval());
     if (motivo == QSystemTrayIcon::DoubleClick || segundo) {
@@ -63,6 +93,18 @@ void cBandeja::Pulsado(QSystemTrayIcon::ActivationReason motivo) {
     } else if (motivo == QSystemTrayIcon::Trigger) {
         m_desdeClick.start();
     }
+}
+
+bool cBandeja::eventFilter(QObject *objeto, QEvent *evento) {
+    if (evento->type() == QEvent::MouseButtonPress) qApp->removeEventFilter(this);  // the release went astray
+    if (evento->type() == QEvent::MouseButtonRelease) {
+        const auto &raton = static_cast<const QMouseEvent &>(*evento);
+        if (raton.button() == Qt::RightButton) {
+            qApp->removeEventFilter(this);
+            if (m_menu) m_menu->popup(raton.globalPosition().toPoint());
+        }
+    }
+    return QObject::eventFilter(objeto, evento);
 }
 
 const QIcon &cBandeja::Icono(int numero) {

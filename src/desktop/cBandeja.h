@@ -5,6 +5,7 @@
 
 #include <QElapsedTimer>
 #include <QIcon>
+#include <QObject>
 #include <QSystemTrayIcon>
 #include <array>
 #include <functional>
@@ -18,7 +19,7 @@ class QMenu;
 
 namespace ondalis {
 
-class cBandeja : public cIconoBarra {
+class cBandeja : public QObject, public cIconoBarra {
 public:
     cBandeja(VigiaBandeja &vigia, cLog &log);
     ~cBandeja() override;
@@ -27,27 +28,41 @@ public:
     void SetImagen(int numero) override;
     int Imagen() const { return m_numero; }
 
-    void SetMenu(QMenu *menu);                                                 // null: none; stays the caller's
-    QMenu *Menu() const { return m_icono ? m_icono->contextMenu() : m_menu; }  // what the right button opens
+    void SetMenu(QMenu *menu);              // null: none; stays the caller's
+    QMenu *Menu() const { return m_menu; }  // what the right button opens
     void AlDobleClick(std::function<void()> aviso) { m_alDobleClick = std::move(aviso); }
     bool Visible() const { return m_icono && m_icono->isVisible(); }
 
+    // There is a panel that shows the icon, or would as soon as there is one. The toolkit settles for a protocol with
+    // the first icon of the process: from then on a panel of the other kind is none.
+    bool HaySitio();
+    // Called when HaySitio may have changed.
+    void AlCambiarSitio(std::function<void()> aviso) { m_alCambiarSitio = std::move(aviso); }
+
     // A click of the desktop. Hosts of the newer protocol never tell of a double click: two single ones within the
-    // desktop's interval are one.
+    // desktop's interval are one. Where the icon is a window of ours the menu waits for the right button's release.
     void Pulsado(QSystemTrayIcon::ActivationReason motivo);
 
+protected:
+    bool eventFilter(QObject *objeto, QEvent *evento) override;
+
 private:
+    enum class Protocolo { Ninguno, Bus, X };
+    void Aparece();
     void Crea();
+    void PonMenu();
     const QIcon &Icono(int numero);
 
     VigiaBandeja &m_vigia;
     cLog &m_log;
     std::array<QIcon, NumImagenes> m_iconos;  // loaded on first use
     std::unique_ptr<QSystemTrayIcon> m_icono;
+    Protocolo m_protocolo = Protocolo::Ninguno;
     QMenu *m_menu = nullptr;
     int m_numero = 0;
     QElapsedTimer m_desdeClick;
     std::function<void()> m_alDobleClick;
+    std::function<void()> m_alCambiarSitio;
 };
 
 }  // namespace ondalis

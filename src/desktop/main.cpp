@@ -1,30 +1,54 @@
-// The program's entry: what can work by itself is set going, the toolkit starts, and one owner builds the rest.
-#include <QApplication>
-#include <QFileInfo>
-#include <QLibraryInfo>
-#include <QTranslator>
+// The program's entry: what its command line asks for decides which of its lives it leads.
+#include <QFile>
+#include <cstdio>
+#include <optional>
 
 #include "desktop/Rutas.h"
-#include "desktop/cAplicacion.h"
+#include "desktop/Vidas.h"
+#include "platform/sistema/cInstancia.h"
+#include "platform/sistema/cLanzadorComandosUnix.h"
+#include "reader/Arranque.h"
+#include "settings/Catalogo.h"
+#include "settings/cComandosRegistro.h"
+
+namespace {
+
+using namespace ondalis;
+
+// What comes before any window: the store is opened and closed again here, so that the reader finds it as it stands.
+Vida Decide(const QString &linea, cLog &log, std::optional<cInstancia> &instancia) {
+    std::optional<cRegistro> registro;
+    const auto almacen = [&]() -> cRegistro & {
+        return registro ? *registro : registro.emplace(log, rutas::CarpetaAutoarranque());
+    };
+    cLanzadorComandosUnix lanzador;
+    return DecideVida(
+        linea,
+        {.restauraConfiguracion = [&] { RestauraConfiguracion(almacen()); },
+         .ejecutaComandosRegistro =
+             [&] { cComandosRegistro(almacen(), log, lanzador, rutas::CarpetaEstado()).EjecutaComandosRegistro(); },
+         .ejecutaLineaComandos = [&] { return EjecutaLineaComandos(linea, log); },
+         .entraResidente =
+             [&] {
+                 return instancia.emplace(cInstancia::Fichero(rutas::Ejecutable(), rutas::CarpetaEstado()), log)
+                     .EntraResidente();
+             }});
+}
+
+}  // namespace
 
 int main(int argc, char **argv) {
-    using namespace ondalis;
     QStringList partes;
-    for (int i = 1; i < argc; ++i) partes << QString::fromLocal8Bit(argv[i]);
-    const QString carpeta = QFileInfo(QFileInfo(QStringLiteral("/proc/self/exe")).symLinkTarget()).absolutePath();
+    for (int i = 1; i < argc; ++i) partes << QFile::decodeName(argv[i]);
+    const QString linea = partes.join(QLatin1Char(' '));
 
-    Preparativos preparativos(rutas::FicheroLog(), rutas::ProgramaMotor(carpeta));
-
-    int soloNombre = 1;  // the command line is ours: the toolkit's own options have no meaning here
-    QApplication aplicacion(soloNombre, argv);
-    QApplication::setApplicationName(QStringLiteral("ondalis"));
-    QApplication::setApplicationDisplayName(QLatin1String(Producto::Titulo));
-    QApplication::setDesktopFileName(QStringLiteral("com.ferrano.Ondalis"));
-    QApplication::setQuitOnLastWindowClosed(false);
-    QTranslator traductor;
-    if (traductor.load(QStringLiteral("qtbase_es"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        QApplication::installTranslator(&traductor);
-
-    cAplicacion ondalis(preparativos, partes.join(QLatin1Char(' ')));
-    return ondalis.Ejecuta();
+    cLog log(rutas::FicheroLog());
+    std::optional<cInstancia> instancia;  // held to the end of the process
+    switch (Decide(linea, log, instancia)) {
+        case Vida::Ayuda: return MuestraAyuda(argv);
+        case Vida::Lote: return kLoteFallido;
+        case Vida::YaArrancado: return AvisaYaArrancado(argv, log);
+        case Vida::Residente: break;
+    }
+    return Reside(argv, linea, log);
 }

@@ -10,8 +10,10 @@ namespace ondalis::prueba {
 
 class VigiaPresente : public VigiaBandeja {
 public:
-    bool HayAnfitrion() override { return true; }
+    bool HayEnElBus() override { return true; }
+    bool HayEnX() override { return false; }
     void SetAlAparecer(std::function<void()>) override {}
+    void SetAlDesaparecer(std::function<void()>) override {}
 };
 
 class BandejaLector : public PruebaLector {

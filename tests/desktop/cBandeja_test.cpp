@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QFile>
 #include <QImage>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QTemporaryDir>
 
 namespace ondalis {
@@ -12,10 +14,14 @@ namespace {
 
 class VigiaGuion : public VigiaBandeja {
 public:
-    bool HayAnfitrion() override { return hay; }
+    bool HayEnElBus() override { return enElBus; }
+    bool HayEnX() override { return enX; }
     void SetAlAparecer(std::function<void()> aviso) override { alAparecer = std::move(aviso); }
-    bool hay = true;
+    void SetAlDesaparecer(std::function<void()> aviso) override { alDesaparecer = std::move(aviso); }
+    bool enElBus = false;
+    bool enX = true;
     std::function<void()> alAparecer;
+    std::function<void()> alDesaparecer;
 };
 
 class cBandejaPrueba : public testing::Test {
@@ -62,7 +68,7 @@ TEST_F(cBandejaPrueba, TheFirstPictureBringsTheIconUp) {
 }
 
 TEST_F(cBandejaPrueba, WithoutAPlaceForItThereIsALogLineAndTheIconComesWithTheHost) {
-    vigia.hay = false;
+    vigia.enX = false;
     bandeja.SetImagen(1);
     EXPECT_FALSE(bandeja.Visible());
     QFile fichero(log.Fichero());
@@ -103,6 +109,67 @@ TEST_F(cBandejaPrueba, AHostThatTellsOfTheDoubleClickItselfIsNotCountedTwice) {
     bandeja.Pulsado(QSystemTrayIcon::DoubleClick);
     bandeja.Pulsado(QSystemTrayIcon::Trigger);
     EXPECT_EQ(dobles, 1);
+}
+
+// A press of the icon's window, as the toolkit tells of it, and what follows on the screen.
+void Raton(QEvent::Type tipo, Qt::MouseButton boton) {
+    static QWidget ventana;
+    QMouseEvent evento(tipo, QPointF(3, 3), QPointF(40, 50), boton, boton, Qt::NoModifier);
+    QApplication::sendEvent(&ventana, &evento);
+}
+
+TEST_F(cBandejaPrueba, OnlyTheRightButtonsReleaseOpensTheMenu) {
+    QMenu menu;
+    menu.addAction(QStringLiteral("Salir"));
+    bandeja.SetMenu(&menu);
+    bandeja.SetImagen(1);
+    bandeja.Pulsado(QSystemTrayIcon::Context);
+    EXPECT_FALSE(menu.isVisible());
+    Raton(QEvent::MouseButtonRelease, Qt::LeftButton);
+    EXPECT_FALSE(menu.isVisible());
+    Raton(QEvent::MouseButtonRelease, Qt::RightButton);
+    EXPECT_TRUE(menu.isVisible());
+    menu.close();
+    Raton(QEvent::MouseButtonRelease, Qt::RightButton);
+    EXPECT_FALSE(menu.isVisible());
+    bandeja.SetMenu(nullptr);
+}
+
+TEST_F(cBandejaPrueba, AReleaseThatGoesAstrayDoesNotOpenTheMenuLater) {
+    QMenu menu;
+    menu.addAction(QStringLiteral("Salir"));
+    bandeja.SetMenu(&menu);
+    bandeja.SetImagen(1);
+    bandeja.Pulsado(QSystemTrayIcon::Context);
+    Raton(QEvent::MouseButtonPress, Qt::RightButton);
+    Raton(QEvent::MouseButtonRelease, Qt::RightButton);
+    EXPECT_FALSE(menu.isVisible());
+    bandeja.SetMenu(nullptr);
+}
+
+TEST_F(cBandejaPrueba, TheProtocolOfTheFirstIconIsTheOneThatCounts) {
+    bandeja.SetImagen(1);  // in a window
+    EXPECT_TRUE(bandeja.HaySitio());
+    vigia.enElBus = true;
+    vigia.alAparecer();
+    EXPECT_TRUE(bandeja.HaySitio());
+    int cambios = 0;
+    bandeja.AlCambiarSitio([&] { ++cambios; });
+    vigia.enX = false;
+    vigia.alDesaparecer();
+    EXPECT_EQ(cambios, 1);
+    EXPECT_FALSE(bandeja.HaySitio());
+}
+
+TEST_F(cBandejaPrueba, BeforeTheFirstIconAnyHostIsAPlace) {
+    vigia.enX = false;
+    EXPECT_FALSE(bandeja.HaySitio());
+    vigia.enElBus = true;
+    EXPECT_TRUE(bandeja.HaySitio());
+    bandeja.SetImagen(1);
+    vigia.enElBus = false;
+    vigia.enX = true;
+    EXPECT_FALSE(bandeja.HaySitio());
 }
 
 TEST_F(cBandejaPrueba, TheRightButtonIsNoHalfOfADoubleClick) {

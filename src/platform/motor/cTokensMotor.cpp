@@ -74,6 +74,10 @@ cTokensMotor::Respuesta cTokensMotor::Pregunta(LanzadorMotor &lanzador, std::chr
 cTokensMotor::cTokensMotor(LanzadorMotor &lanzador, std::chrono::milliseconds limite)
     : m_enCamino(std::async(std::launch::async, [&lanzador, limite] { return Pregunta(lanzador, limite); })) {}
 
+bool cTokensMotor::Listos() const {
+    return !m_enCamino.valid() || m_enCamino.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+}
+
 const cTokensMotor::Respuesta &cTokensMotor::LaRespuesta() const {
     if (m_enCamino.valid()) m_respuesta = m_enCamino.get();
     return m_respuesta;

@@ -14,6 +14,8 @@ class cTokensMotor : public ListaTokens {
 public:
     // `lanzador` must outlive the answer. A worker that doesn't answer within `limite` has no voices.
     explicit cTokensMotor(LanzadorMotor &lanzador, std::chrono::milliseconds limite = std::chrono::milliseconds(2000));
+    // True from when Tokens doesn't have to wait.
+    bool Listos() const;
     // Waits for the answer the first time.
     const std::vector<TokenVoz> &Tokens() const override;
     // The limits for a live channel: each engine's own to its first answer, where it tells one. Waits as Tokens does.

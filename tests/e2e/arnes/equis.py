@@ -14,6 +14,7 @@ for _f, _res, _args in (
         (_x.XGetSelectionOwner, _ulong, [_Display, _ulong]),
         (_x.XGrabKey, _int, [_Display, _int, _uint, _ulong, _int, _int, _int]),
         (_x.XUngrabKey, _int, [_Display, _int, _uint, _ulong]),
+        (_x.XSendEvent, _int, [_Display, _ulong, _int, ctypes.c_long, ctypes.c_void_p]),
         (_x.XNextEvent, _int, [_Display, ctypes.c_void_p]),
         (_x.XDefaultVisual, ctypes.c_void_p, [_Display, _int]), (_x.XDefaultGC, ctypes.c_void_p, [_Display, _int]),
         (_x.XCreateImage, ctypes.c_void_p, [_Display, ctypes.c_void_p, _uint, _int, _int, ctypes.c_char_p, _uint, _uint,
@@ -103,6 +104,16 @@ class Equis:
         mensaje = _x.XInternAtom(self._d, b'_NET_CLOSE_WINDOW', 0)
         evento = (ctypes.c_long * 24)(33, 0, 1, self._d, numero, mensaje, 32, 0, 2)  # ClientMessage, from a pager
         _x.XSendEvent(self._d, self._raiz, 0, 0x180000, evento)
+        _x.XSync(self._d, 0)
+
+    def boton(self, x, y, boton, baja):
+        """Half a click at a place of the screen."""
+        _t.XTestFakeMotionEvent(self._d, -1, x, y, 0)
+        _t.XTestFakeButtonEvent(self._d, boton, 1 if baja else 0, 0)
+        _x.XSync(self._d, 0)
+
+    def mueve(self, x, y):
+        _t.XTestFakeMotionEvent(self._d, -1, x, y, 0)
         _x.XSync(self._d, 0)
 
     def hay_dueno(self, seleccion):

@@ -54,6 +54,7 @@ class Escritorio:
         self._pulso = None
         self._bandeja = None
         self._bus = None
+        self._equis = None
 
     def __enter__(self):
         try:
@@ -101,7 +102,7 @@ class Escritorio:
 
     def _arranca(self):
         numero = self._dado(['Xvfb', '-displayfd', '{fd}', '-screen', '0', self._tamano + 'x24', '-nolisten', 'tcp',
-                             '-noreset'], 'Xvfb')
+                             '-noreset'], 'Xvfb', guarda='_equis')
         self.entorno['DISPLAY'] = ':' + numero
         self.arranca_bus()
         self.arranca_sonido()
@@ -150,6 +151,10 @@ class Escritorio:
     def mata_sonido(self):
         self._pulso.kill()
         self._pulso.wait()
+
+    def mata_equis(self):
+        self._equis.kill()
+        self._equis.wait()
 
     def arbol(self):
         """Lines of the tree of all windows."""

@@ -72,10 +72,12 @@ def _abre_menu(b):
 
 
 def _hay_menu(b):
+    """A window of the program that isn't small stands on the screen."""
     for linea in b.escritorio.arbol():
         if 'ondalis' in linea.lower() and '"' in linea:
             tamano = linea.split()[-2].split('+')[0].split('x')
-            if int(tamano[0]) > 100 and int(tamano[1]) > 100:
+            if int(tamano[0]) > 100 and int(tamano[1]) > 100 and b'IsViewable' in b.escritorio.procesos.corre(
+                    ['xwininfo', '-id', linea.split()[0]], comprueba=False):
                 return True
     return False
 
