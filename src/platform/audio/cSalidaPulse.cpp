@@ -8,11 +8,12 @@ namespace ondalis {
 namespace {
 
 constexpr std::uint32_t kMuestra = sizeof(std::int16_t);
-// Of the 100 ms that we keep ahead the server gives the device (100 - 2 * kPedidoMs) / 2: a stop is heard as soon as
+// Of what we keep ahead the server gives the device (kBufferMs - 2 * kPedidoMs) / 2 = 10 ms: a stop is heard as soon as
 // that short piece has been played, and the long queue on the server's side is what a flush drops. A longer request
-// interval also means fewer wake-ups.
-constexpr std::uint32_t kBufferMs = 100;
-constexpr std::uint32_t kPedidoMs = 40;
+// interval means fewer wake-ups. When the server asks kBufferMs - kPedidoMs are left: so long may a busy machine hold
+// us up before it is heard.
+constexpr std::uint32_t kBufferMs = 240;
+constexpr std::uint32_t kPedidoMs = 110;
 // Behind the last sample: the server's clock stands a device's length short of the end once it has nothing to play.
 constexpr std::uint32_t kRellenoMs = 100;
 // How old the server's positions may be while sound goes out. The library's own updates go on in a corked stream, and

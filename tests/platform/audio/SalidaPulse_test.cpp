@@ -136,6 +136,26 @@ TEST_F(SalidaPulse, APauseResumesAtTheSameSample) {
     EXPECT_EQ(oido, rampa);  // nothing lost, nothing twice
 }
 
+TEST_F(SalidaPulse, AWriterHeldUpForATenthOfASecondIsNotHeard) {
+    cSalidaPulse salida(*servidor, "voz");
+    ASSERT_TRUE(salida.Abre(kHz));
+    const std::vector<std::int16_t> continuo(3 * kHz, 8000);
+    const std::size_t desde = monitor->Cuantas();
+    for (std::uint64_t hasta : {kHz / 2, kHz, 3 * kHz / 2, 2 * kHz}) {
+        ASSERT_TRUE(monitor->Espera([&] {
+            Empuja(salida, continuo);
+            return salida.Oidas() > hasta;
+        }));
+        ASSERT_TRUE(monitor->EsperaHasta(pa_rtclock_now() + 100'000));  // nothing is written meanwhile
+    }
+    ASSERT_TRUE(monitor->Espera([&] {
+        if (Empuja(salida, continuo)) salida.Completa();
+        return salida.Oidas() == continuo.size();
+    }));
+    ASSERT_TRUE(monitor->EsperaHasta(pa_rtclock_now() + 100'000));
+    EXPECT_EQ(monitor->UltimaQueSuena() - monitor->PrimeraQueSuena(desde) + 1, continuo.size());
+}
+
 TEST_F(SalidaPulse, AServerThatIsKilledIsSeenAndTheStreamCanBeHadAgainFromTheNextOne) {
     cSalidaPulse salida(*servidor, "voz");
     std::atomic<int> avisos{0};
