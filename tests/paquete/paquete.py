@@ -175,6 +175,17 @@ def los_completados_ofrecen_las_opciones_del_manual_y_una_vez(obra, fuente):
 
 
 @regla
+def el_completado_de_ondalisctl_ofrece_sus_ordenes_y_opciones(obra, _fuente):
+    with instalacion(obra) as raiz:
+        assert completa_bash(raiz, 'ondalisctl', '') == {'habla', 'fichero', 'espera', '--espera', '--plazo', '--ayuda'}
+        assert completa_bash(raiz, 'ondalisctl', '--espera', 'h') == {'habla'}
+        assert completa_bash(raiz, 'ondalisctl', 'habla', '') == set()
+        fish = corre('fish', '--no-config', '-c',
+                     f'source {raiz}/share/fish/vendor_completions.d/ondalisctl.fish; complete -C "ondalisctl "')
+        assert {l.split()[0] for l in fish.splitlines()} == {'habla', 'fichero', 'espera'}, fish
+
+
+@regla
 def el_servicio_del_bus_nombra_el_programa_instalado(obra, fuente):
     if not os.path.exists(f'{fuente}/packaging/{ID}.service.in'):
         print('SKIP: no service file in packaging/')

@@ -30,11 +30,12 @@ def _con(*ajustes):
 
 
 def _cajas(b):
-    """Ids of the open message boxes, by their title."""
+    """Ids of the message boxes on the screen, by their title; the splash has it too, but is hidden by then."""
     cajas = []
     for linea in b.escritorio.arbol():
         m = re.match(r'\s+(0x[0-9a-f]+) "Ondalis": .* (\d+)x(\d+)\+', linea)
-        if m and int(m.group(2)) > 100:
+        if m and int(m.group(2)) > 100 and b'IsViewable' in b.escritorio.procesos.corre(
+                ['xwininfo', '-id', m.group(1)], comprueba=False):
             cajas.append(m.group(1))
     return cajas
 
