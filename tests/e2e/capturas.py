@@ -18,6 +18,7 @@ sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 from arnes.banco import PROGRAMA, RAIZ, Banco  # noqa: E402
 from arnes.procesos import espera  # noqa: E402
 from casos.programa import _abre_menu  # noqa: E402
+from casos.ventanas import CON_LUPA, _elige, _mueve  # noqa: E402
 from demo import TEXTO, abre_texto  # noqa: E402
 
 CAPTURAS = {}
@@ -113,6 +114,56 @@ def pregunta_sonido():
         toma(b, 'pregunta_sonido', espera_ventana(b, 'Ondalis'))
         lector.send_signal(signal.SIGTERM)
         lector.wait(5)
+
+
+@captura
+def segunda_copia():
+    """What a second reader says."""
+    with Banco('real') as b:
+        _fondo(b)
+        otro = b.escritorio.procesos.arranca([PROGRAMA], 'otro', b.escritorio.entorno)
+        toma(b, 'segunda_copia', espera_ventana(b, 'Ondalis'))
+        b.tecla('Return')
+        otro.wait(5)
+
+
+@captura
+def linea_comandos():
+    """The options of the command line."""
+    with Banco('real') as b:
+        _fondo(b)
+        otro = b.escritorio.procesos.arranca([PROGRAMA, '-help'], 'otro', b.escritorio.entorno)
+        toma(b, 'linea_comandos', espera_ventana(b, 'Ondalis'))
+        b.tecla('Return')
+        otro.wait(5)
+
+
+@captura
+def ayuda():
+    with Banco('real') as b:
+        _fondo(b)
+        _elige(b)
+        toma(b, 'ayuda', espera_ventana(b, 'Índice - Ayuda de Ondalis'))
+
+
+@captura
+def acerca_de():
+    with Banco('real') as b:
+        _fondo(b)
+        _mueve(b, 100, 100)
+        _elige(b, 'Down', 'Down')
+        toma(b, 'acerca_de', espera_ventana(b, 'Acerca de Ondalis'))
+
+
+@captura
+def lupa():
+    """The magnifier over a text of another program."""
+    with Banco('real', ajustes=CON_LUPA) as b:
+        _fondo(b)
+        abre_texto(b)
+        _mueve(b, 300, 260)
+        espera_ventana(b, 'Ondalis')
+        toma(b, 'lupa')
 
 
 def main():
