@@ -63,13 +63,9 @@ class Escritorio:
         return self
 
     def __exit__(self, tipo, _valor, _traza):
-        self.termina_procesos()
-        informes = self._informes()
-        self.cierra(conserva=(tipo is not None or informes) and os.environ.get('CONSERVA') == '1')
-        if informes:
-            print(informes)
-            if tipo is None:
-                raise AssertionError('a sanitizer has reported')
+        informes = self.cierra(tipo is not None)
+        if informes and tipo is None:
+            raise AssertionError('a sanitizer has reported')
 
     def _informes(self):
         """What sanitizers have reported of any process of this desktop."""
@@ -142,16 +138,18 @@ class Escritorio:
     def captura(self, ruta):
         self.procesos.corre(['import', '-window', 'root', ruta])
 
-    def termina_procesos(self):
+    def cierra(self, mal=True):
+        """Ends everything; prints and returns what sanitizers have reported. `mal`: the scenario has failed already."""
         if self.equis:
             self.equis.cierra()
             self.equis = None
         # The leak check at a program's end takes its time.
         self.procesos.termina_todos(30.0 if any(v in self.entorno for v in _SANEADORES) else 3.0)
-
-    def cierra(self, conserva=False):
-        self.termina_procesos()
-        if conserva:
+        informes = self._informes()
+        if informes:
+            print(informes)
+        if (mal or informes) and os.environ.get('CONSERVA') == '1':
             print(f'the desktop\'s folder stays: {self.carpeta}')
         else:
             shutil.rmtree(self.carpeta, ignore_errors=True)
+        return informes
