@@ -2,6 +2,7 @@
 // real server; Disponible tells whether one can be had.
 #pragma once
 
+#include <fcntl.h>
 #include <pulse/pulseaudio.h>
 #include <signal.h>
 #include <spawn.h>
@@ -62,7 +63,14 @@ public:
         std::vector<char *> variables;
         for (std::string &variable : entorno) variables.push_back(variable.data());
         variables.push_back(nullptr);
-        posix_spawn(&m_pid, "/usr/bin/pulseaudio", nullptr, nullptr, argumentos.data(), variables.data());
+        // None of our descriptors: if the test program dies, who waits for the end of its output must not wait for
+        // this.
+        posix_spawn_file_actions_t ficheros;
+        posix_spawn_file_actions_init(&ficheros);
+        for (int descriptor : {0, 1, 2})
+            posix_spawn_file_actions_addopen(&ficheros, descriptor, "/dev/null", O_RDWR, 0);
+        posix_spawn(&m_pid, "/usr/bin/pulseaudio", &ficheros, nullptr, argumentos.data(), variables.data());
+        posix_spawn_file_actions_destroy(&ficheros);
     }
     void Manda(int senal) { kill(m_pid, senal); }
     void Para() {
