@@ -29,7 +29,7 @@ public:
         QApplication::setDesktopFileName(QStringLiteral("com.ferrano.Ondalis"));
         QApplication::setQuitOnLastWindowClosed(false);
         RegistraIconos();
-        QApplication::setWindowIcon(QIcon(QStringLiteral(":/iconos/1-128.png")));
+        QApplication::setWindowIcon(QIcon(QStringLiteral(":/iconos/3-128.png")));
         if (m_traductor.load(QStringLiteral("qtbase_es"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
             QApplication::installTranslator(&m_traductor);
     }

@@ -8,7 +8,6 @@ A picture is one function here: it brings its window about as a user does, and t
 with @captura; its name is the file's. They are to be looked at before they are committed.
 """
 import os
-import re
 import signal
 import subprocess
 import sys
@@ -17,7 +16,7 @@ import time
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 from arnes.banco import PROGRAMA, RAIZ, Banco  # noqa: E402
 from arnes.procesos import espera  # noqa: E402
-from casos.programa import _abre_menu  # noqa: E402
+from casos.programa import _abre_menu, _hay_menu  # noqa: E402
 from casos.ventanas import CON_LUPA, _elige, _mueve  # noqa: E402
 from demo import TEXTO, abre_texto  # noqa: E402
 
@@ -97,11 +96,7 @@ def menu():
     with Banco('real') as b:
         _lee(b)
         _abre_menu(b)
-        arbol = b.escritorio.procesos.corre(['xwininfo', '-root', '-tree']).decode(errors='replace')
-        cajas = [tuple(int(v) for v in caja) for linea in arbol.splitlines() if 'ondalis' in linea.lower()
-                 for caja in re.findall(r'(\d+)x(\d+)\+-?\d+\+-?\d+ +\+(\d+)\+(\d+)$', linea)]
-        ancho, alto, x, y = max(cajas, key=lambda c: c[0] * c[1])
-        toma(b, 'menu', (x, y, ancho, alto))
+        toma(b, 'menu', _hay_menu(b))
 
 
 @captura

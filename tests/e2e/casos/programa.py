@@ -1,4 +1,5 @@
 """The program's life: ready, tray, end by signal, by menu, with the menu open."""
+import re
 import signal
 import time
 
@@ -72,14 +73,16 @@ def _abre_menu(b):
 
 
 def _hay_menu(b):
-    """A window of the program that isn't small stands on the screen."""
+    """Position and size (x, y, width, height) of a window of the program that isn't small and stands on the screen."""
     for linea in b.escritorio.arbol():
         if 'ondalis' in linea.lower() and '"' in linea:
-            tamano = linea.split()[-2].split('+')[0].split('x')
-            if int(tamano[0]) > 100 and int(tamano[1]) > 100 and b'IsViewable' in b.escritorio.procesos.corre(
+            tamano, sitio = linea.split()[-2].split('+')[0], linea.split()[-1]
+            ancho, alto = (int(v) for v in tamano.split('x'))
+            if ancho > 100 and alto > 100 and b'IsViewable' in b.escritorio.procesos.corre(
                     ['xwininfo', '-id', linea.split()[0]], comprueba=False):
-                return True
-    return False
+                x, y = (int(v) for v in re.findall(r'[+](-?\d+)', sitio))
+                return x, y, ancho, alto
+    return None
 
 
 @caso
