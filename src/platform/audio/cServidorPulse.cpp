@@ -135,6 +135,8 @@ void cServidorPulse::Conecta() {
     pa_proplist *propiedades = pa_proplist_new();
     pa_proplist_sets(propiedades, PA_PROP_APPLICATION_NAME, m_aplicacion.c_str());
     pa_proplist_sets(propiedades, PA_PROP_MEDIA_ROLE, "a11y");
+    // Given here, the library's thread doesn't ask for the locale, which the toolkit sets at the same moment.
+    pa_proplist_sets(propiedades, PA_PROP_APPLICATION_LANGUAGE, "es");
     m_contexto = pa_context_new_with_proplist(pa_threaded_mainloop_get_api(m_lazo), nullptr, propiedades);
     pa_proplist_free(propiedades);
     if (!m_contexto) throw std::runtime_error("pa_context_new");
