@@ -242,6 +242,7 @@ def los_mandos_del_escritorio_gobiernan_la_lectura():
         assert 'n0 n1 n2 n3' in lee('Metadata')
         manda('Pause')
         espera(lambda: 'Paused' in lee('PlaybackStatus'), 3, que='the pause')
+        b.espera_silencio(0.2, 2)  # the last samples reach the ear behind the state's change
         b.calla(0.8)
         t = time.monotonic()
         manda('PlayPause')
