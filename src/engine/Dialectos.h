@@ -23,6 +23,17 @@ std::vector<Tramo> TextoLlano(std::u16string_view texto);
 // Speed, volume and pitch are absolute and hold to the end. Whatever isn't wholly such a tag is text. Never fails.
 std::vector<Tramo> AnalizaBarra(std::u16string_view texto);
 
+// The backquote annotations of the ECI interface:
+//   `lN.D  language and dialect ("2.0"; the dialect may be missing: 0)   `vN  preset voice 1, 2, 3, 7 or 8 of the
+//   language, with that voice's own five values   `vsN  words a minute, 70 to 450   `vvN  volume 0 to 65000, linear
+//   `vbN  pitch, hertz, 40 to 422   `vfN `vrN `vyN `vhN  fluctuation, roughness, breathiness, head size, 0 to 100
+//   `` a backquote
+// They hold from where they stand to the end. Numbers are decimal with an optional minus and saturate. An annotation is
+// over with its number: what follows at once is text. Whatever isn't wholly such an annotation is text; a language or
+// preset without a voice of ours changes nothing. `l gives the language's preset 1 unless a `v holds already. Never
+// fails.
+std::vector<Tramo> AnalizaComilla(std::u16string_view texto);
+
 // The XML of SAPI 5: silence, rate, volume, pitch, voice, bookmark, spell, emph, lang; partofsp, context, pron and sapi
 // are known and have no effect; comments, CDATA sections, the predefined entities and character references. Names are
 // blind to case. A `<` or `&` that begins nothing of these is text; an element still open closes at the text's end; a

@@ -28,7 +28,13 @@ enum class TipoTramo : std::uint8_t {
     Deletreo,    // valor 1: letter by letter from here on; 0: words again
     Puntuacion,  // valor 1: signs are spoken by name; 0: not
     Enfasis,     // valor 1: stressed; 0: normal
+    // Of a formant voice only; absolute, 0 to 100.
+    Fluctuacion,
+    Aspereza,
+    Diafonia,
+    TamCabeza,
 };
+inline constexpr TipoTramo kUltimoTipoTramo = TipoTramo::TamCabeza;
 
 struct Tramo {
     TipoTramo tipo = TipoTramo::Texto;

@@ -70,7 +70,7 @@ public:
         } else if constexpr (std::is_same_v<T, TipoTramo>) {
             std::uint8_t u = 0;
             (*this)(u);
-            if (u > static_cast<std::uint8_t>(TipoTramo::Enfasis)) return Rechaza();
+            if (u > static_cast<std::uint8_t>(kUltimoTipoTramo)) return Rechaza();
             valor = static_cast<TipoTramo>(u);
         } else if constexpr (std::is_same_v<T, double>) {
             std::uint64_t u = 0;

@@ -2,7 +2,7 @@
 
 namespace ondalis {
 
-void SinGrabadora::GrabaEnFichero(const QString &, const QString &) {
+void SinGrabadora::GrabaEnFichero(const QString &, const QString &, const OpcionesGrabacion *) {
     m_log.Escribe(QStringLiteral("cFormPrincipal.GrabaEnFichero: "),
                   QStringLiteral("La grabación en fichero no está disponible"));
 }

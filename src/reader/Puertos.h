@@ -54,11 +54,22 @@ public:
     virtual bool EsConsola() = 0;
 };
 
+// Where and how the editor records, instead of the page's values.
+struct OpcionesGrabacion {
+    QString NombreFichero;
+    int CalidadkHz = 11025;  // hertz
+    bool GrabaEnWAV = true;  // else MP3
+    int Calidadkbps = 24;    // kbit/s, MP3 only
+};
+
 // Makes a reading's audio file (GrabaEnFichero).
 class Grabadora {
 public:
     virtual ~Grabadora() = default;
-    virtual void GrabaEnFichero(const QString &texto, const QString &ficheroTexto) = 0;
+    // Records `texto`, or the plain text file `ficheroTexto` where that isn't empty. `opciones` null: by the page's
+    // values. Failures are shown and logged inside.
+    virtual void GrabaEnFichero(const QString &texto, const QString &ficheroTexto,
+                                const OpcionesGrabacion *opciones = nullptr) = 0;
 };
 
 // The editor's window as the session drives it during a reading of type 3.
@@ -98,7 +109,8 @@ public:
 class SinGrabadora : public Grabadora {
 public:
     explicit SinGrabadora(cLog &log) : m_log(log) {}
-    void GrabaEnFichero(const QString &texto, const QString &ficheroTexto) override;
+    void GrabaEnFichero(const QString &texto, const QString &ficheroTexto,
+                        const OpcionesGrabacion *opciones = nullptr) override;
 
 private:
     cLog &m_log;

@@ -20,9 +20,27 @@ std::int32_t LenguaDe(const QString &atributo) {
     return static_cast<std::int32_t>(lengua);
 }
 
+QString SinLlaves(const QString &idModo) {
+    QString id = idModo.trimmed();
+    if (id.startsWith(QLatin1Char('{'))) id.remove(0, 1);
+    if (id.endsWith(QLatin1Char('}'))) id.chop(1);
+    return id;
+}
+
 QString ODesconocido(const QString &texto) { return texto.isEmpty() ? QString::fromLatin1(kDesconocido) : texto; }
 
 }  // namespace
+
+const HablanteIBM &HablanteDeModo(const QString &idModo) {
+    const QString id = SinLlaves(idModo);
+    const HablanteIBM *carlos = nullptr;
+    for (const HablanteIBM &hablante : HablantesIBM()) {
+        if (id.compare(QLatin1String(hablante.idModo), Qt::CaseInsensitive) == 0) return hablante;
+        if (carlos == nullptr && QLatin1String(hablante.nombre) == QLatin1String("Carlos")) carlos = &hablante;
+    }
+    Q_ASSERT(carlos != nullptr);
+    return *carlos;
+}
 
 void cVoces::ChequeaSAPI5Compatible(const std::function<bool()> &prueba) {
     m_sapi5 = prueba && prueba();

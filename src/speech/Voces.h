@@ -6,6 +6,7 @@
 #include <functional>
 #include <vector>
 
+#include "engine/HablantesIBM.h"
 #include "settings/cLog.h"
 #include "speech/ActorSvr.h"
 #include "speech/SpVoice.h"
@@ -25,16 +26,6 @@ struct RegistroVoz {
     std::int16_t TamCabezaDefecto = 0;
 };
 
-// One formant voice of ours in the enumeration of the "IBM" modes.
-struct HablanteIBM {
-    const char *nombre;
-    const char *idModo;   // upper case GUID of our own, without braces
-    std::int32_t lengua;  // LCID: 1034, 1033, 2057, 1036, 1031, 1040
-    const char *motor;    // engine of the worker
-    const char *idioma;   // the engine's language file ("roa/es")
-    std::int16_t tono, fluctuacion, aspereza, diafonia, tamCabeza;
-};
-const std::vector<HablanteIBM> &HablantesIBM();
 // The speaker of a mode identifier, with or without braces, blind to case; Carlos for an unknown one.
 const HablanteIBM &HablanteDeModo(const QString &idModo);
 

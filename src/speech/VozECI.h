@@ -16,6 +16,9 @@ public:
     virtual void SetAvanzados(std::int16_t tono, std::int16_t fluctuacion, std::int16_t aspereza, std::int16_t diafonia,
                               std::int16_t tamCabeza) = 0;
     virtual void Cancela() = 0;
+    // Speaks a text held in memory, which may carry backquote annotations; otherwise as HablaFichero.
+    virtual bool Habla(const QString &texto, bool sincrono, const QString &destino, bool avanzados) = 0;
+    virtual bool EstaHablando() const = 0;
     // Speaks the content of a text file. `sincrono`: returns when the speech has ended or was cancelled, which is no
     // failure. `destino`: WAV file to write, empty for the sound device. `avanzados`: with the five advanced values
     // set, else with the voice's own. False: failed, and UltimoError tells why.

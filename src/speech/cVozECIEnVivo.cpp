@@ -69,6 +69,19 @@ bool cVozECIEnVivo::HablaFichero(const QString &fichero, bool sincrono, const QS
     return true;
 }
 
+bool cVozECIEnVivo::Habla(const QString &texto, bool sincrono, const QString &destino, bool avanzados) {
+    m_errorTexto.clear();
+    Cancela();
+    if (!destino.isEmpty()) {
+        m_errorTexto = QStringLiteral("Error al establecer el fichero de grabación ") + destino;
+        Log().Escribe(QStringLiteral("cVozECI.Habla: "), m_errorTexto);
+        return false;
+    }
+    Acepta(Parametros(avanzados), TextoLlano(texto.toStdU16String()),
+           sincrono ? Modo::LecturaEsperando : Modo::Lectura);
+    return true;
+}
+
 QString cVozECIEnVivo::UltimoError() const { return QStringLiteral("cVozECI: ") + m_errorTexto; }
 
 }  // namespace ondalis

@@ -26,6 +26,9 @@ public:
     // `destino` must be empty. Waiting, nothing of the queue is delivered but windows are painted and the bus is
     // answered. An empty file is failure 5, as a buffer without length is.
     bool HablaFichero(const QString &fichero, bool sincrono, const QString &destino, bool avanzados) override;
+    // Waits or not as told; annotations are spoken as they stand.
+    bool Habla(const QString &texto, bool sincrono, const QString &destino, bool avanzados) override;
+    bool EstaHablando() const override { return EnCurso(); }
     QString UltimoError() const override;
 
 private:

@@ -14,7 +14,7 @@ TramaHabla HablaCompleta() {
     l.numero = 0x1122334455667788;
     l.voz = {"espeak", "roa/es", true, 449, 0.75, 104, 38, 1, 2, 56};
     l.desde = 7;
-    for (int tipo = 0; tipo <= static_cast<int>(TipoTramo::Enfasis); tipo++) {
+    for (int tipo = 0; tipo <= static_cast<int>(kUltimoTipoTramo); tipo++) {
         Tramo tramo;
         tramo.tipo = static_cast<TipoTramo>(tipo);
         tramo.absoluto = tipo % 2 == 1;
@@ -172,7 +172,7 @@ TEST(Protocolo, ValuesOutsideTheirRangeAreGarbage) {
     const std::size_t bandera = 5 + 8 + 10 + 10;
     const std::size_t tipo = bandera + 1 + 4 + 8 + 20 + 4;
     flag[bandera] = 2;
-    kind[tipo] = static_cast<std::uint8_t>(TipoTramo::Enfasis) + 1;
+    kind[tipo] = static_cast<std::uint8_t>(kUltimoTipoTramo) + 1;
     for (const auto &bytes : {rate, flag, kind}) {
         Descodificador d;
         d.Alimenta(bytes);

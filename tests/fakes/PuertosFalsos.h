@@ -64,7 +64,7 @@ public:
 class GrabadoraFalsa : public Grabadora {
 public:
     explicit GrabadoraFalsa(Diario &diario) : m_diario(diario) {}
-    void GrabaEnFichero(const QString &texto, const QString &fichero) override {
+    void GrabaEnFichero(const QString &texto, const QString &fichero, const OpcionesGrabacion *) override {
         m_diario.Anota(QStringLiteral("graba(%1,%2)").arg(texto, fichero));
     }
 

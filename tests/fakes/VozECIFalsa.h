@@ -28,8 +28,16 @@ public:
                           destino.toStdString() + ">" + (avanzados ? " avanzados" : ""));
         return error.isEmpty();
     }
+    bool Habla(const QString &texto, bool sincrono, const QString &destino, bool avanzados) override {
+        ordenes.push_back("habla " + texto.toStdString() + (sincrono ? " espera" : "") + " <" + destino.toStdString() +
+                          ">" + (avanzados ? " avanzados" : ""));
+        hablando = error.isEmpty() && !sincrono;
+        return error.isEmpty();
+    }
+    bool EstaHablando() const override { return hablando; }
     QString UltimoError() const override { return QStringLiteral("cVozECI: ") + error; }
 
+    bool hablando = false;
     QString error;  // what the next speech of a file leaves
 
     std::vector<std::string> ordenes;
