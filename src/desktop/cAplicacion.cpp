@@ -123,7 +123,8 @@ cAplicacion::cAplicacion(Preparativos &preparativos, QString linea)
           [this] { return std::make_unique<cCanalMotor>(p.lanzador, m_salidaSAPI5, m_reloj, p.tokens.Plazos()); }),
       m_canalECI([this] { return std::make_unique<cCanalMotor>(p.lanzador, m_salidaECI, m_reloj, p.tokens.Plazos()); }),
       m_canalFicheros([this] {
-          return std::make_unique<cCanalMotor>(p.lanzadorFicheros, m_salidaFicheros, m_reloj, p.tokens.Plazos());
+          return std::make_unique<cCanalMotor>(p.lanzadorFicheros, m_salidaFicheros, m_reloj,
+                                               p.tokens.Plazos().SinPrisa());
       }),
       m_voz(m_canalIBM, m_cola, m_estadoVoz, p.log),
       m_servicioECI(ServiciosDeECI()),
