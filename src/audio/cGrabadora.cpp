@@ -177,7 +177,8 @@ bool cGrabadora::ProduceIBM(const Peticion &peticion) {
     if (deFichero ? c.eci.HablaFichero(peticion.ficheroTexto, true, ruta, true)
                   : c.eci.Habla(peticion.texto, sincrono, ruta, true))
         return !sincrono;
-    const QString error = c.eci.UltimoError();
+    // Its text is as long as the engine's buffer, whatever it tells.
+    const QString error = c.eci.UltimoError().section(QChar(u'\0'), 0, 0);
     c.general.Log().Escribe(kProcedimiento, error);
     c.general.VMsg(error);
     c.temporal.BorraVacio();
@@ -216,7 +217,13 @@ Fallo cGrabadora::Dicta(const Peticion &peticion) {
 }
 
 void cGrabadora::Remata(const Encargo &encargo) {
-    if (encargo.wav) return Exige(c.temporal.Nombra(encargo.destino));
+    if (!encargo.wav) return RemataMp3(encargo);
+    if (!c.temporal.EnOtroDisco(encargo.destino)) return Exige(c.temporal.Nombra(encargo.destino));
+    EmpiezaCopia(encargo.destino);
+    AcabaCopia();
+}
+
+void cGrabadora::RemataMp3(const Encargo &encargo) {
     if (!cGeneral::ExisteFichero(c.temporal.Ruta())) Exige(Fallo::De(Fallo::FicheroNoEncontrado));
     const int entrada = encargo.ibm ? kHerciosIBM : encargo.hercios;
     const int remuestreo = encargo.ibm ? encargo.hercios : kSinRemuestreo;
@@ -225,16 +232,46 @@ void cGrabadora::Remata(const Encargo &encargo) {
     if (!encargo.conserva) c.temporal.Borra();
 }
 
+// A slow medium takes its time for an hour of sound.
+void cGrabadora::EmpiezaCopia(const QString &destino) {
+    m_copiada = false;
+    m_copia = std::async(std::launch::async, [this, de = c.temporal.Ruta(), destino] {
+        Fallo fallo = cGeneral::Nombra(de, destino);
+        m_copiada = true;
+        if (c.cola != nullptr) c.cola->Despierta();
+        return fallo;
+    });
+}
+
+void cGrabadora::AcabaCopia() {
+    std::future<Fallo> copia = std::move(m_copia);
+    if (c.cola != nullptr) c.cola->EsperaBloqueando([this] { return m_copiada.load(); }, -1);
+    Exige(copia.get());
+    c.temporal.Entregado();
+}
+
 void cGrabadora::Sondea() {
-    if (!c.eci.EstaHablando()) TerminaPendiente();
+    if (m_copia.valid() ? m_copiada.load() : !c.eci.EstaHablando()) RemataDeFondo();
+}
+
+void cGrabadora::RemataDeFondo() {
+    if (m_pendiente && m_pendiente->wav && c.temporal.EnOtroDisco(m_pendiente->destino) && !m_copia.valid()) {
+        EmpiezaCopia(m_pendiente->destino);
+        m_pendiente.reset();
+    } else {
+        TerminaPendiente();
+    }
 }
 
 void cGrabadora::TerminaPendiente() {
-    if (!m_pendiente) return;
-    const Encargo encargo = *std::exchange(m_pendiente, std::nullopt);
+    if (!m_pendiente && !m_copia.valid()) return;
     c.timer.SetEnabled(false);
-    if (c.eci.EstaHablando()) c.eci.Cancela();
-    c.general.Ejecuta(kProcedimiento, cGeneral::Aviso::SoloLog, [this, &encargo] { Remata(encargo); });
+    c.general.Ejecuta(kProcedimiento, cGeneral::Aviso::SoloLog, [this] {
+        if (m_copia.valid()) return AcabaCopia();
+        const Encargo encargo = *std::exchange(m_pendiente, std::nullopt);
+        if (c.eci.EstaHablando()) c.eci.Cancela();
+        Remata(encargo);
+    });
 }
 
 void cGrabadora::Cancela() {

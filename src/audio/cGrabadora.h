@@ -2,13 +2,16 @@
 // die before its collaborators. Main thread.
 //
 // A recording that doesn't wait is finished, that is given its final name, when the engine has fallen silent: a timer
-// asks every 100 ms. Whatever silences the engine before cuts the recording short; the part there is gets its name.
+// asks every 100 ms. To another file system it is copied by a thread of its own meanwhile. Whatever silences the engine
+// before cuts the recording short; the part there is gets its name.
 #pragma once
 
 #include <QString>
+#include <atomic>
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <future>
 #include <memory>
 #include <optional>
 
@@ -17,6 +20,7 @@
 #include "audio/cTemporalAudio.h"
 #include "reader/Puertos.h"
 #include "settings/Temporizador.h"
+#include "settings/cCola.h"
 #include "settings/cGeneral.h"
 #include "speech/VozECI.h"
 #include "speech/cOpcVoz.h"
@@ -31,7 +35,8 @@ struct ColaboradoresGrabadora {
     cTemporalAudio &temporal;
     Temporizador &timer;                                               // used by nobody else
     std::function<std::unique_ptr<VozEnFichero>()> creaVozSAPI5 = {};  // empty, or giving null: there is none
-    ConversorMp3 *conversor = nullptr;                                 // null: no MP3
+    cCola *cola = nullptr;              // paints while a copy to another disk is waited for; null: nothing is painted
+    ConversorMp3 *conversor = nullptr;  // null: no MP3
 };
 
 class cGrabadora : public Grabadora {
@@ -84,13 +89,19 @@ private:
     void ProduceSAPI5(const Peticion &peticion, int hercios);
     Fallo Dicta(const Peticion &peticion);
     void Remata(const Encargo &encargo);
+    void RemataMp3(const Encargo &encargo);
     void Sondea();
+    void RemataDeFondo();
+    void EmpiezaCopia(const QString &destino);
+    void AcabaCopia();  // waits for it; throws its failure
 
     ColaboradoresGrabadora c;
     std::int16_t m_nroFichero = 0;
     std::unique_ptr<VozEnFichero> m_vozSAPI5;  // null before the first use
     std::optional<Encargo> m_pendiente;        // what the engine goes on with
     std::deque<Peticion> m_enEspera;
+    std::future<Fallo> m_copia;  // of the temporary to another file system, under way
+    std::atomic<bool> m_copiada = false;
     bool m_grabando = false;
     bool m_cancelada = false;
 };

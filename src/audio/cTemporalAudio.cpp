@@ -128,6 +128,14 @@ void cTemporalAudio::AvisaPrivada(int motivo) {
                       .arg(m_nombre, QDir::currentPath(), QString::fromLocal8Bit(std::strerror(motivo))));
 }
 
+bool cTemporalAudio::EnOtroDisco(const QString &destino) const {
+    const QString carpeta = cGeneral::GetRutaFich(destino);
+    struct stat nuestro {
+    }, suya{};
+    return Nuestro() && fstat(m_descriptor, &nuestro) == 0 &&
+           stat(carpeta.isEmpty() ? "." : Bytes(carpeta).constData(), &suya) == 0 && nuestro.st_dev != suya.st_dev;
+}
+
 Fallo cTemporalAudio::Nombra(const QString &destino) {
     if (!Nuestro()) return Fallo::De(Fallo::FicheroNoEncontrado);
     if (Fallo fallo = cGeneral::Nombra(m_ruta, destino)) return fallo;

@@ -32,6 +32,10 @@ public:
     [[nodiscard]] Fallo Prepara(bool adopta);
     // Its path, relative to the current folder where it lies there; `nombre` before the first Prepara.
     const QString &Ruta() const { return m_ruta; }
+    // The final name lies on another file system: to give it takes a copy.
+    bool EnOtroDisco(const QString &destino) const;
+    // Somebody else has given our file its final name.
+    void Entregado() { Suelta(); }
     // As cGeneral::Nombra; it isn't ours afterwards. 53: there is none.
     [[nodiscard]] Fallo Nombra(const QString &destino);
 

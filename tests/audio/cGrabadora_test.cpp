@@ -271,6 +271,40 @@ TEST_F(cGrabadoraTest, ATargetOnAnotherFileSystemGetsTheWholeSound) {
     EXPECT_TRUE(EnActual().isEmpty());
 }
 
+TEST_F(cGrabadoraTest, WithoutWaitingTheCopyToAnotherFileSystemGoesOnBesideTheReader) {
+    struct stat lejos {
+    }, aqui{};
+    if (stat("/dev/shm", &lejos) != 0 || stat(".", &aqui) != 0 || lejos.st_dev == aqui.st_dev)
+        GTEST_SKIP() << "/dev/shm and the folder of tests are one file system here";
+    const QTemporaryDir memoria(QStringLiteral("/dev/shm/ondalis-XXXXXX"));
+    opc.SetGrabaSincrono(false);
+    Numera();
+    opc.SetNombreFichero(memoria.filePath("a.wav"));
+    Graba("uno");
+    eci.hablando = false;
+    timer.Vence();
+    EXPECT_TRUE(timer.Enabled());
+    while (timer.Enabled()) timer.Vence();
+    EXPECT_EQ(prueba::LeeFichero(memoria.filePath("a1.wav")), "uno");
+    Graba("dos");
+    eci.hablando = false;
+    timer.Vence();
+    Graba("tres");  // comes behind the copy
+    EXPECT_EQ(prueba::LeeFichero(memoria.filePath("a2.wav")), "dos");
+    opc.SetNombreFichero(memoria.filePath("no/a.wav"));
+    grabadora.reset();
+    EXPECT_EQ(prueba::LeeFichero(memoria.filePath("a3.wav")), "tres");
+    EXPECT_EQ(Nombres(memoria.path()), (QStringList{"a1.wav", "a2.wav", "a3.wav"}));
+    EXPECT_TRUE(EnActual().isEmpty());
+}
+
+TEST_F(cGrabadoraTest, TheEnginesBufferBehindItsErrorIsNotShown) {
+    eci.error = QString("Error al realizar la lectura\r\nDisco lleno") + QString(200, QChar(u'\0'));
+    Graba("hola");
+    EXPECT_EQ(Cajas(), QStringList("cVozECI: Error al realizar la lectura\r\nDisco lleno"));
+    EXPECT_EQ(LineasCon("Disco lleno]"), 1);
+}
+
 TEST_F(cGrabadoraTest, ACurrentFolderThatCantBeWrittenSendsTheTemporaryToAPrivateOne) {
     ASSERT_TRUE(QDir::setCurrent("/proc/self"));  // nobody, not even root, may make files there
     Graba("hola");
