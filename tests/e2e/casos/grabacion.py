@@ -319,6 +319,17 @@ def un_disco_lleno_en_el_temporal_se_dice_y_lo_que_cupo_se_oye():
 
 
 @caso
+def un_limite_al_tamano_de_los_ficheros_no_mata_al_lector():
+    with Estudio() as b:
+        subprocess.run(['prlimit', '--pid', str(b.lector.pid), '--fsize=200000:200000'], check=True)
+        b.copia(texto_tonos(0, 100))
+        b.espera_caja()
+        oidas = grabados(b.espera_fichero('Lectura.wav'))
+        assert oidas[:9] == list(range(9)), oidas
+        b.sigue_vivo()
+
+
+@caso
 def mp3_se_rechaza_con_un_mensaje_y_sin_tocar_nada():
     with Estudio(fichero='Lectura.mp3', GrabaEnWAV='False') as b:
         with open(b.ruta('Lectura.mp3'), 'wb') as f:
