@@ -77,6 +77,10 @@ std::int16_t cGrabadora::GetSiguienteNumeroFichAudio(const QString &nombreFicher
     trozos << nombre.mid(desde).toCaseFolded();
     qsizetype siguiente = 1;
     const QDir dir(carpeta.isEmpty() ? QStringLiteral(".") : carpeta);
+    // The file of what is under way is as good as there: its number must not be given twice.
+    if (!m_enCamino.isEmpty() && cGeneral::GetRutaFich(m_enCamino) == carpeta && !cGeneral::ExisteFichero(m_enCamino) &&
+        Concuerda(m_enCamino.mid(carpeta.size()).toCaseFolded(), trozos))
+        ++siguiente;
     for (const QFileInfo &hallado : dir.entryInfoList(QDir::Files | QDir::Hidden))
         if (hallado.isFile() && Concuerda(hallado.fileName().toCaseFolded(), trozos)) ++siguiente;
     return De16(siguiente);
@@ -122,6 +126,7 @@ void cGrabadora::Graba(const Peticion &peticion) {
         ProduceSAPI5(peticion, encargo.hercios);
     if (!sigue) return Remata(encargo);
     m_pendiente = encargo;
+    m_enCamino = encargo.destino;
     c.timer.SetEnabled(true);
 }
 
@@ -266,6 +271,7 @@ void cGrabadora::RemataDeFondo() {
 void cGrabadora::TerminaPendiente() {
     if (!m_pendiente && !m_copia.valid()) return;
     c.timer.SetEnabled(false);
+    m_enCamino.clear();
     c.general.Ejecuta(kProcedimiento, cGeneral::Aviso::SoloLog, [this] {
         if (m_copia.valid()) return AcabaCopia();
         const Encargo encargo = *std::exchange(m_pendiente, std::nullopt);

@@ -100,6 +100,7 @@ private:
     std::unique_ptr<VozEnFichero> m_vozSAPI5;  // null before the first use
     std::optional<Encargo> m_pendiente;        // what the engine goes on with
     std::deque<Peticion> m_enEspera;
+    QString m_enCamino;          // its final name, until it has it; else empty
     std::future<Fallo> m_copia;  // of the temporary to another file system, under way
     std::atomic<bool> m_copiada = false;
     bool m_grabando = false;

@@ -200,6 +200,21 @@ TEST_F(cGrabadoraTest, TheNumberIsCountedOnceAndAgainOnAcceptanceOnly) {
     EXPECT_EQ(grabadora->NroFichero(), 4);
 }
 
+TEST_F(cGrabadoraTest, ACountDuringARecordingCountsTheFileThatItWillMake) {
+    Numera();
+    opc.SetGrabaSincrono(false);
+    Graba("uno");
+    grabadora->RecalculaNroFichero();
+    EXPECT_EQ(grabadora->NroFichero(), 2);
+    Graba("dos");
+    eci.hablando = false;
+    timer.Vence();
+    EXPECT_EQ(Lee("lectura1.wav"), "uno");
+    EXPECT_EQ(Lee("lectura2.wav"), "dos");
+    grabadora->RecalculaNroFichero();
+    EXPECT_EQ(grabadora->NroFichero(), 3);
+}
+
 // Appending.
 
 TEST_F(cGrabadoraTest, AppendingToAWavKeepsTheTargetsSoundAndTheTemporaryWithALogLine) {
