@@ -43,7 +43,6 @@ void cLote::Interrumpe() {
     m_interrumpido = true;
     if (m_eci) m_eci->Cancela();
     if (m_sapi5) m_sapi5->Cancela();
-    if (p.conversor) p.conversor->CancelaConversion();
 }
 
 void cLote::Trabaja(cLineaLote &linea) {
@@ -151,20 +150,18 @@ bool cLote::PreparaSalida(const QString &salida, const QString &fuente) {
 
 bool cLote::FinalizaSalida(const QString &salida) {
     if (EsMp3(salida)) return ConvierteAMp3(salida);
-    if (const Fallo fallo = p.nombra(p.temporal.Ruta(), salida)) throw ErrorFallo{fallo};
+    if (const Fallo fallo = p.temporal.Nombra(salida)) throw ErrorFallo{fallo};
     return true;
 }
 
 bool cLote::ConvierteAMp3(const QString &salida) {
     const int hercios = LeeEntero("Grabar", "CalidadkHz", m_eci ? kHerciosIBM : kHerciosSAPI5, kMenor32, kMayor32);
-    const auto kbps = static_cast<std::int16_t>(LeeEntero("Grabar", "Calidadkbps", 24, kMenor16, kMayor16));
+    const int kbps = LeeEntero("Grabar", "Calidadkbps", 24, kMenor16, kMayor16);
     const bool hecho =
         p.conversor->Convierte(p.temporal.Ruta(), salida, m_eci ? kHerciosIBM : hercios, kbps, m_eci ? hercios : -1);
-    if (hecho && !m_interrumpido) return true;
-    // Nothing partial stands under a final name.
-    cGeneral::BorraFichero(salida);
-    if (!m_interrumpido) p.general.VMsg(QStringLiteral("No se ha podido grabar ") + salida);
-    return false;
+    // It can't be interrupted: what it made meanwhile isn't wanted any more.
+    if (hecho && m_interrumpido) cGeneral::BorraFichero(salida);
+    return hecho && !m_interrumpido;
 }
 
 bool cLote::Habla(const Materia &materia, const QString &destino) {

@@ -5,8 +5,8 @@
 #include <QString>
 #include <functional>
 
-#include "audio/ConversorMp3.h"
 #include "audio/ExtractorTexto.h"
+#include "audio/VozEnFichero.h"
 #include "reader/cLineaLote.h"
 #include "settings/cGeneral.h"
 #include "settings/cRegistro.h"
@@ -22,6 +22,8 @@ public:
     // Clears the way for it and makes Ruta known. False when it can't be made anywhere.
     virtual bool Prepara() = 0;
     virtual QString Ruta() const = 0;
+    // Gives it its final name, never in the place of another file: failure 58.
+    [[nodiscard]] virtual Fallo Nombra(const QString &destino) = 0;
     virtual void Borra() = 0;  // only what this process made; harmless when it isn't there
 };
 
@@ -36,8 +38,7 @@ struct PuertosLote {
     std::function<VozSAPI5Lote &()> vozSAPI5;
     std::function<bool()> haySonido;       // asked before anything is spoken aloud
     std::function<void()> alPedirFichero;  // before any engine is made, when the line asks for a file
-    std::function<Fallo(const QString &, const QString &)> nombra;  // renames and never replaces: failure 58
-    ConversorMp3 *conversor = nullptr;                              // null: there are no MP3 files
+    ConversorMp3 *conversor = nullptr;     // null: there are no MP3 files
 };
 
 class cLote {

@@ -63,8 +63,13 @@ public:
         return sePuede;
     }
     QString Ruta() const override { return QStringLiteral("~temp.wav"); }
+    Fallo Nombra(const QString &destino) override {
+        d.Anota("nombra " + destino);
+        return falloAlNombrar;
+    }
     void Borra() override { d.Anota("temporal: borra"); }
     bool sePuede = true;
+    Fallo falloAlNombrar;
 
 private:
     Diario &d;
@@ -73,14 +78,12 @@ private:
 class ConversorFalso : public ConversorMp3 {
 public:
     explicit ConversorFalso(Diario &diario) : d(diario) {}
-    bool Convierte(const QString &wav, const QString &mp3, std::int32_t hercios, std::int16_t kbps,
-                   std::int32_t remuestreo) override {
+    bool Convierte(const QString &wav, const QString &mp3, int hercios, int kbps, int remuestreo) override {
         d.Anota(QStringLiteral("mp3: %1 %2 %3 %4 %5").arg(wav, mp3).arg(hercios).arg(kbps).arg(remuestreo));
-        RegistroPropio::Escribe(mp3, "parte");
+        if (bien) RegistroPropio::Escribe(mp3, "hecho");
         if (alConvertir) alConvertir();
         return bien;
     }
-    void CancelaConversion() override { d.Anota("mp3: cancela"); }
     bool bien = true;
     std::function<void()> alConvertir;
 
@@ -156,7 +159,6 @@ protected:
     bool hayMp3 = false;
     bool haySonido = true;
     bool sapi5Compatible = true;
-    Fallo falloAlNombrar;
     PuertosLote Puertos() {
         return {.general = general,
                 .registro = registro.Registro(),
@@ -171,11 +173,6 @@ protected:
                         return haySonido;
                     },
                 .alPedirFichero = [this] { diario.Anota("pide fichero"); },
-                .nombra =
-                    [this](const QString &de, const QString &a) {
-                        diario.Anota("nombra " + de + " " + a);
-                        return falloAlNombrar;
-                    },
                 .conversor = nullptr};
     }
     cLote lote{Puertos()};
