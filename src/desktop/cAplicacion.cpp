@@ -28,7 +28,11 @@ void Repinta() {
 }  // namespace
 
 Preparativos::Preparativos(cLog &elLog, const QString &programaMotor)
-    : log(elLog), lanzador(programaMotor.toStdString()), tokens(lanzador), servidor(Producto::Titulo) {}
+    : log(elLog),
+      lanzador(programaMotor.toStdString()),
+      lanzadorFicheros(programaMotor.toStdString(), {"--nice", "10"}),
+      tokens(lanzador),
+      servidor(Producto::Titulo) {}
 
 struct cAplicacion::Opciones {
     Opciones(cRegistro &registro, cLog &log, const cVoces &voces, bool haySAPI5)
@@ -119,7 +123,8 @@ cAplicacion::cAplicacion(Preparativos &preparativos, QString linea)
           [this] { return std::make_unique<cCanalMotor>(p.lanzador, m_salidaSAPI5, m_reloj, p.tokens.Plazos()); }),
       m_canalECI([this] { return std::make_unique<cCanalMotor>(p.lanzador, m_salidaECI, m_reloj, p.tokens.Plazos()); }),
       m_voz(m_canalIBM, m_cola, m_estadoVoz, p.log),
-      m_vozECI(m_canalECI, m_cola, p.log),
+      m_servicioECI(ServiciosDeECI()),
+      m_vozECI(p.log),
       m_voces(p.log),
       m_tecla(m_teclas, m_cola, p.log),
       m_timerLectura(m_cola),
@@ -141,6 +146,21 @@ cAplicacion::cAplicacion(Preparativos &preparativos, QString linea)
 cAplicacion::~cAplicacion() {
     m_cola.Cierra();
     m_bandeja.SetMenu(nullptr);
+}
+
+// A speech that is waited for holds the queue back, but windows are painted and the bus is answered.
+ServicioECI cAplicacion::ServiciosDeECI() {
+    return {.vivo = &m_canalECI,
+            .creaCanalFichero =
+                [this](SalidaAudio &salida) {
+                    return std::make_unique<cCanalMotor>(p.lanzadorFicheros, salida, m_reloj, p.tokens.Plazos());
+                },
+            .espera = [this](const std::function<bool()> &listo) { m_cola.EsperaBloqueando(listo, -1); },
+            .despierta = [this] { m_cola.Despierta(); },
+            .avisa =
+                [this](const std::u16string &texto) {
+                    p.log.Escribe(QStringLiteral("cVozECI: "), QString::fromStdU16String(texto));
+                }};
 }
 
 int cAplicacion::Ejecuta() {

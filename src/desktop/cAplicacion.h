@@ -17,6 +17,7 @@
 #include "engine/Reloj.h"
 #include "engine/cLanzadorProceso.h"
 #include "keys/cTecla.h"
+#include "libs/ondalis_eci_servicio.h"
 #include "platform/audio/cSalidaPulse.h"
 #include "platform/audio/cServidorPulse.h"
 #include "platform/audio/cSonidoPulse.h"
@@ -31,7 +32,7 @@
 #include "reader/cFormPrincipal.h"
 #include "settings/cTemporizador.h"
 #include "speech/Voces.h"
-#include "speech/cVozECIEnVivo.h"
+#include "speech/cVozECI.h"
 
 namespace ondalis {
 
@@ -41,6 +42,7 @@ struct Preparativos {
 
     cLog &log;
     cLanzadorProceso lanzador;
+    cLanzadorProceso lanzadorFicheros;  // what makes files stays behind what is heard
     cTokensMotor tokens;
     cServidorPulse servidor;
 };
@@ -76,6 +78,7 @@ private:
     struct Opciones;
     struct Lector;
 
+    ServicioECI ServiciosDeECI();
     void PreparaCarpetas();
     bool HaySonido();
     bool PreguntaSinSonido();
@@ -118,7 +121,8 @@ private:
     cCanalPerezoso m_canalECI;
     cEstadoVoz m_estadoVoz;
     ActorSvr m_voz;
-    cVozECIEnVivo m_vozECI;
+    cServicioECI m_servicioECI;
+    cVozECI m_vozECI;
     std::unique_ptr<SpVoice> m_vozSAPI5;  // null: switched off or unusable
     cVoces m_voces;
     cTecla m_tecla;

@@ -214,10 +214,12 @@ bool AnalizadorXml::Ajuste(const EtiquetaXml &etiqueta, u16string_view relativo,
 
 bool AnalizadorXml::AbreVoz(const EtiquetaXml &etiqueta) {
     const u16string *requisito = etiqueta.Atributo(u"required");
-    if (!requisito) requisito = etiqueta.Atributo(u"optional");
-    if (!requisito) return false;
+    const u16string *deseo = etiqueta.Atributo(u"optional");
+    if (!requisito && !deseo) return false;
     // Each end gives the outer requirement again: without a limit a long one would multiply.
-    m_voz.Pon(requisito->substr(0, kMaxRequisitoVoz), etiqueta.clase == EtiquetaXml::Clase::Apertura);
+    u16string pedida = requisito ? requisito->substr(0, kMaxRequisitoVoz) : u16string();
+    if (deseo) pedida = pedida + kSeparaDeseos + deseo->substr(0, kMaxRequisitoVoz);
+    m_voz.Pon(std::move(pedida), etiqueta.clase == EtiquetaXml::Clase::Apertura);
     m_salida.Orden(TipoTramo::Voz, m_voz.Valor());
     return true;
 }

@@ -13,6 +13,7 @@ namespace ondalis {
 inline constexpr double kVolumenMaximoBarra = 65535;      // \Vol= of this value is gain 1
 inline constexpr double kPausaMaximaMs = 60 * 60 * 1000;  // longer pauses of any dialect saturate here
 inline constexpr std::size_t kMaxRequisitoVoz = 256;      // units; a longer requirement is cut there
+inline constexpr char16_t kSeparaDeseos = u'|';           // between a voice's requirements and its wishes
 
 // No tags at all: the text as it stands. Empty text: no span.
 std::vector<Tramo> TextoLlano(std::u16string_view texto);
@@ -41,8 +42,8 @@ std::vector<Tramo> AnalizaComilla(std::u16string_view texto);
 // enclosing element closes, else to the end. nullopt: a known tag whose attributes are missing, malformed or not of
 // their form.
 //   rate, pitch, volume -> relative factors: 3^(speed/10), 2^(middle/24), level/100; nested speeds and middles add up
-//   voice -> Voz with the text of `required`, else of `optional`, for the caller to turn into an identifier; its end
-//            gives the outer requirement again, or the empty text
+//   voice -> Voz with the text of `required`, and behind a kSeparaDeseos that of `optional` where there is one, for the
+//            caller to turn into an identifier; its end gives the outer text again, or the empty one
 //   lang  -> Idioma with the tag of the hexadecimal LCID; one that is unknown changes nothing
 [[nodiscard]] std::optional<std::vector<Tramo>> AnalizaXml(std::u16string_view texto);
 

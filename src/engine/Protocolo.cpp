@@ -154,7 +154,7 @@ void Campos(A &a, T &t) {
     } else if constexpr (std::is_same_v<X, TramaError>) {
         Todos(a, t, &X::numero, &X::texto);
     } else if constexpr (std::is_same_v<X, TramaVoz>) {
-        Todos(a, t, &X::motor, &X::voz, &X::nombre, &X::lengua, &X::fabricante, &X::plazoMs);
+        Todos(a, t, &X::motor, &X::voz, &X::nombre, &X::lengua, &X::fabricante, &X::plazoMs, &X::genero, &X::edad);
     } else {
         static_assert(std::is_same_v<X, TramaPideVoces>);
     }

@@ -64,6 +64,7 @@ struct TramaError {  // the engine refuses the utterance or its voice; a Fin fol
 struct TramaVoz {                                        // one voice of the worker's engines
     std::string motor, voz, nombre, lengua, fabricante;  // lengua: "40A;C0A", hexadecimal LCIDs
     std::uint32_t plazoMs = 0;                           // the engine's own limit to its first answer
+    std::string genero = {}, edad = {};                  // as SAPI 5 names them ("Male", "Adult"); empty: not told
     bool operator==(const TramaVoz &) const = default;
 };
 

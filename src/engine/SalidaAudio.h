@@ -15,6 +15,10 @@ public:
     // Called from any thread when room has come or the stream has died; must be set before Abre.
     virtual void SetDespertador(std::function<void()> despierta) = 0;
 
+    // `asienta` returns when the orders that the channel has been given are carried out: nothing of a speech that was
+    // stopped comes any more. For outputs that change their destination; set by the channel, null when it goes.
+    virtual void SetAsentador(std::function<void()>) {}
+
     // Prepares a stream of `hz`; positions count from 0 again. False when there is no server or it refuses.
     virtual bool Abre(int hz) = 0;
 

@@ -19,12 +19,14 @@ int CreaTimbre() {
 }  // namespace
 
 cCanalMotor::cCanalMotor(LanzadorMotor &lanzador, SalidaAudio &salida, const Reloj &reloj, PlazosMotor plazos)
-    : m_reloj(reloj), m_timbre(CreaTimbre()), m_bomba(lanzador, salida, reloj, std::move(plazos)) {
+    : m_reloj(reloj), m_timbre(CreaTimbre()), m_salida(salida), m_bomba(lanzador, salida, reloj, std::move(plazos)) {
     m_bomba.SetDespertador([this] { Despierta(); });
     m_hilo = std::thread([this] { Corre(); });
+    m_salida.SetAsentador([this] { Asienta(); });
 }
 
 cCanalMotor::~cCanalMotor() {
+    m_salida.SetAsentador(nullptr);
     {
         std::lock_guard guarda(m_cerrojo);
         m_cierra = true;
@@ -50,6 +52,7 @@ void cCanalMotor::Habla(Locucion locucion) {
         std::lock_guard guarda(m_cerrojo);
         m_vigente = locucion.numero;
         m_ordenes = {std::move(locucion), false, std::nullopt};
+        ++m_dadas;
         m_hayOrdenes = true;
     }
     Despierta();
@@ -60,6 +63,7 @@ void cCanalMotor::Detiene() {
         std::lock_guard guarda(m_cerrojo);
         m_vigente = 0;
         m_ordenes = {std::nullopt, true, std::nullopt};
+        ++m_dadas;
         m_hayOrdenes = true;
     }
     Despierta();
@@ -69,6 +73,7 @@ void cCanalMotor::PonPausa(bool enPausa) {
     {
         std::lock_guard guarda(m_cerrojo);
         m_ordenes.pausa = enPausa;
+        ++m_dadas;
         m_hayOrdenes = true;
     }
     Despierta();
@@ -83,16 +88,29 @@ void cCanalMotor::Despierta() {
 bool cCanalMotor::Cumple() {
     if (!m_hayOrdenes) return true;
     Ordenes ordenes;
+    std::uint64_t dadas = 0;
     {
         std::lock_guard guarda(m_cerrojo);
         if (m_cierra) return false;
         ordenes = std::exchange(m_ordenes, {});
+        dadas = m_dadas;
         m_hayOrdenes = false;
     }
     if (ordenes.detiene) m_bomba.Detiene();
     if (ordenes.habla) m_bomba.Habla(std::move(*ordenes.habla));
     if (ordenes.pausa) m_bomba.Pausa(*ordenes.pausa);
+    {
+        std::lock_guard guarda(m_cerrojo);
+        m_cumplidas = dadas;
+    }
+    m_asentado.notify_all();
     return true;
+}
+
+void cCanalMotor::Asienta() {
+    if (std::this_thread::get_id() == m_hilo.get_id()) return;
+    std::unique_lock guarda(m_cerrojo);
+    m_asentado.wait(guarda, [this, dadas = m_dadas] { return m_cierra || m_cumplidas >= dadas; });
 }
 
 void cCanalMotor::Corre() {

@@ -38,6 +38,7 @@ private:
 
     void PonPausa(bool enPausa);
     void Despierta();
+    void Asienta();  // waits until the orders given so far are carried out; from the pump's thread: at once
     void Corre();
     bool Cumple();
     void Entrega(const EventoMotor &evento);
@@ -48,9 +49,13 @@ private:
     std::atomic<std::uint64_t> m_vigente{0};
     std::atomic<bool> m_hayOrdenes{false};
 
-    std::mutex m_cerrojo;  // the next three
+    SalidaAudio &m_salida;
+
+    std::mutex m_cerrojo;  // the next five
+    std::condition_variable m_asentado;
     Ordenes m_ordenes;
     bool m_cierra = false;
+    std::uint64_t m_dadas = 0, m_cumplidas = 0;  // orders, counted
 
     std::mutex m_cerrojoOyente;  // the next two
     std::condition_variable m_entregado;

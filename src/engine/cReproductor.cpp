@@ -76,6 +76,7 @@ void cReproductor::Bombea() {
     Escucha();
     CompruebaReal(despertado);
     Escribe();
+    Escucha();  // a file has heard them already
     VigilaAtasco();
 }
 

@@ -3,9 +3,11 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <cerrno>
 #include <exception>
 #include <new>
 
+#include "settings/Renombrado.h"
 #include "settings/cRegistro.h"
 
 namespace ondalis {
@@ -48,6 +50,24 @@ bool cGeneral::ExisteFichero(const QString &ruta) { return QFileInfo(ruta).isFil
 QString cGeneral::GetRutaFich(const QString &ruta) { return ruta.left(ruta.lastIndexOf(QLatin1Char('/')) + 1); }
 
 bool cGeneral::BorraFichero(const QString &ruta) { return !ExisteFichero(ruta) || QFile::remove(ruta); }
+
+Fallo cGeneral::Nombra(const QString &de, const QString &a) {
+    if (a.isEmpty()) return Fallo::De(Fallo::ErrorDeAcceso);
+    if (!ExisteFichero(de)) return Fallo::De(Fallo::FicheroNoEncontrado);
+    switch (RenombraOCopia(QFile::encodeName(de).toStdString(), QFile::encodeName(a).toStdString())) {
+        case 0: return {};
+        case EEXIST: return Fallo::De(Fallo::FicheroYaExiste);
+        case ENOENT:
+        case ENOTDIR: return Fallo::De(ExisteFichero(de) ? Fallo::RutaNoEncontrada : Fallo::FicheroNoEncontrado);
+        case EACCES:
+        case EPERM:
+        case EROFS: return Fallo::De(Fallo::PermisoDenegado);
+        case ENOSPC:
+        case EDQUOT:
+        case EFBIG: return Fallo::De(Fallo::DiscoLleno);
+        default: return Fallo::De(Fallo::ErrorDeAcceso);
+    }
+}
 
 QString cGeneral::GetCampo(const QString &cadena, int campo, const QString &separador) {
     if (cadena.isEmpty() || separador.isEmpty() || campo < 1) return {};

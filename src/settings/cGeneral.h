@@ -35,6 +35,10 @@ public:
     static bool ExisteFichero(const QString &ruta);   // a regular file, links followed
     static QString GetRutaFich(const QString &ruta);  // up to and including the last "/", else empty
     static bool BorraFichero(const QString &ruta);    // true when it is gone or wasn't there
+    // Gives the regular file `de` the name `a`, also on another file system; never takes the place of what has that
+    // name (58). 53: no such file. 76: no such folder. 70: not allowed. 61: the disk is full. 75: anything else. Where
+    // it fails `de` stands as it was and nothing partial stands under `a`. Any thread.
+    [[nodiscard]] static Fallo Nombra(const QString &de, const QString &a);
     static QString GetCampo(const QString &cadena, int campo, const QString &separador);  // counted from 1
     static int NroSeparadores(const QString &cadena, const QString &separador);
     static QString MiVersion(const QString &separador);  // "1.0.00" for ".": revision with two digits

@@ -32,6 +32,7 @@ struct ControlHabla::Interno {
     std::mutex cerrojo;
     std::deque<EventoMotor> pendientes;  // Words and Ends not yet delivered, as they came; under cerrojo
     std::uint64_t ultimoFin = 0;         // whose End came last; under cerrojo
+    std::uint64_t sinPalabras = 0;  // the utterance whose Words nobody wants: a book's would pile up; under cerrojo
 };
 
 ControlHabla::ControlHabla(CanalVoz &canal, cCola &cola, cEstadoVoz &estado, cLog &log)
@@ -63,6 +64,10 @@ void ControlHabla::Acepta(const ParametrosVoz &voz, std::vector<Tramo> tramos, M
     const std::uint64_t numero = ++g_ultimoNumero;
     const int limiteMs = espera ? LimiteEspera(tramos, m_margenEsperaMs) : 0;
     m_actual = Emision{numero, rol, aviso || espera};
+    {
+        const std::lock_guard cerrojo(m_interno->cerrojo);
+        m_interno->sinPalabras = aviso || espera ? numero : 0;
+    }
     // Queued before the channel knows of it: no Word and no End can be ahead of it.
     m_cola.Pon(cCola::Clase::Inicio, [interno = m_interno, numero] {
         if (interno->control != nullptr) interno->control->EntregaInicio(numero);
@@ -75,7 +80,7 @@ void ControlHabla::Acepta(const ParametrosVoz &voz, std::vector<Tramo> tramos, M
     if (espera) EsperaFin(numero, limiteMs);
 }
 
-void ControlHabla::EsperaFin(std::uint64_t numero, int limiteMs) {
+bool ControlHabla::EsperaHasta(std::uint64_t numero, int limiteMs) {
     const std::shared_ptr<Interno> interno = m_interno;
     const auto terminado = [interno, numero] {
         if (interno->control == nullptr) return true;
@@ -84,8 +89,14 @@ void ControlHabla::EsperaFin(std::uint64_t numero, int limiteMs) {
         const std::lock_guard cerrojo(interno->cerrojo);
         return interno->ultimoFin == numero;
     };
+    return m_cola.EsperaBloqueando(terminado, limiteMs);
+}
+
+bool ControlHabla::EsperaActual(int limiteMs) { return !m_actual || EsperaHasta(m_actual->numero, limiteMs); }
+
+void ControlHabla::EsperaFin(std::uint64_t numero, int limiteMs) {
     // Its Start and its End wait in the queue meanwhile and are delivered after the call, with EstadoVoz still 1.
-    if (m_cola.EsperaBloqueando(terminado, limiteMs)) return;
+    if (EsperaHasta(numero, limiteMs)) return;
     m_log.Escribe(QStringLiteral("ControlHabla.Acepta: "),
                   QStringLiteral("la locución %1 no ha terminado en %2 ms").arg(numero).arg(limiteMs));
     m_canal.Detiene();
@@ -199,6 +210,7 @@ void ControlHabla::EventoDeMotor(const EventoMotor &evento) {
     const bool fin = evento.tipo == EventoMotor::Tipo::Fin;
     {
         const std::lock_guard cerrojo(m_interno->cerrojo);
+        if (!fin && evento.numero == m_interno->sinPalabras) return;
         m_interno->pendientes.push_back(evento);
         if (fin) m_interno->ultimoFin = evento.numero;
     }

@@ -60,6 +60,9 @@ protected:
     // A resume that hasn't taken effect yet counts as one that has.
     bool EnPausa() const { return m_enPausa && !m_reanudaPendiente; }
     bool EnCurso() const { return m_actual.has_value(); }  // its Stop hasn't been raised yet
+    // Blocks until what is being spoken has been heard or stopped, or `limiteMs` has passed (-1: no limit). True: it
+    // has.
+    bool EsperaActual(int limiteMs);
     cLog &Log() { return m_log; }
     // What a waiting notice may take beyond two seconds a character before it is given up and logged.
     void SetMargenEspera(int milisegundos) { m_margenEsperaMs = milisegundos; }
@@ -81,6 +84,7 @@ private:
     void EntregaEvento();
     void ReanudaYa(std::uint64_t turno);
     void PideEntrega();  // any thread
+    bool EsperaHasta(std::uint64_t numero, int limiteMs);
     void EsperaFin(std::uint64_t numero, int limiteMs);
 
     struct Interno;

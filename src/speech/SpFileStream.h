@@ -7,6 +7,10 @@
 
 namespace ondalis {
 
+// The failure that an errno of a file that is written stands for: 61 no room, 70 no permission, 76 no such folder, 75
+// the rest; none for 0.
+[[nodiscard]] Fallo FalloDeFichero(int error, std::source_location lugar = std::source_location::current());
+
 class SpFileStream {
 public:
     enum Modo : int { SSFMCreateForWrite = 3 };
@@ -18,8 +22,9 @@ public:
     void SetFormatType(int tipo) { m_formato = tipo; }
     int FormatType() const { return m_formato; }
     // Mode 3: a new file, an existing one is emptied. Other modes are failure 5. Else 61, 70, 75, 76 as the disk says.
+    // What was open before is closed.
     [[nodiscard]] Fallo Open(const QString &ruta, int modo);
-    // Completes the file; the failure is the first thing that went wrong since Open.
+    // Completes the file; the failure is the first thing that went wrong since Open. Harmless when closed.
     [[nodiscard]] Fallo Close();
 
 private:

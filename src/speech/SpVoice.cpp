@@ -47,6 +47,8 @@ QString TokenVoz::GetAttribute(const QString &atributo) const {
     if (atributo.compare(QLatin1String("Vendor"), Qt::CaseInsensitive) == 0) return fabricante;
     if (atributo.compare(QLatin1String("Name"), Qt::CaseInsensitive) == 0) return nombre;
     if (atributo.compare(QLatin1String("Language"), Qt::CaseInsensitive) == 0) return lengua;
+    if (atributo.compare(QLatin1String("Gender"), Qt::CaseInsensitive) == 0) return genero;
+    if (atributo.compare(QLatin1String("Age"), Qt::CaseInsensitive) == 0) return edad;
     return {};
 }
 
@@ -70,15 +72,34 @@ void SpVoice::SetRate(int rate) { m_rate = std::clamp(rate, -10, 10); }
 
 void SpVoice::SetVolume(int volume) { m_volume = std::clamp(volume, 0, 100); }
 
+// The voice that a tag asks for: of the engine that speaks (no other can take over in mid-utterance), with every
+// requirement and as many wishes as can be had. Among equals the one that speaks stays, then comes one of its language.
+const TokenVoz *SpVoice::BuscaVoz(const QString &requeridos, const QString &opcionales) const {
+    const QStringList requisitos = Condiciones(requeridos);
+    const QStringList deseos = Condiciones(opcionales);
+    const TokenVoz *mejor = nullptr;
+    qsizetype mejores = -1;
+    for (const TokenVoz &token : m_tokens.Tokens()) {
+        if (token.motor != m_token->motor || Cumplidas(token, requisitos) != requisitos.size()) continue;
+        const qsizetype deseados = Cumplidas(token, deseos);
+        if (requisitos.isEmpty() && deseados == 0) continue;
+        const qsizetype puntos = deseados * 4 + (token == *m_token ? 2 : 0) + (token.lengua == m_token->lengua ? 1 : 0);
+        if (puntos <= mejores) continue;
+        mejor = &token;
+        mejores = puntos;
+    }
+    return mejor;
+}
+
 void SpVoice::ResuelveVoces(std::vector<Tramo> &tramos) const {
     std::erase_if(tramos, [this](Tramo &tramo) {
         if (tramo.tipo != TipoTramo::Voz || tramo.texto.empty()) return false;
-        for (const TokenVoz &token : GetVoices(QString::fromStdU16String(tramo.texto), {})) {
-            if (token.motor != m_token->motor) continue;
-            tramo.texto = QString::fromStdString(token.voz).toStdU16String();
-            return false;
-        }
-        return true;  // no such voice in the engine that speaks: the voice stays
+        const QString pedida = QString::fromStdU16String(tramo.texto);
+        const qsizetype corte = pedida.indexOf(QChar(kSeparaDeseos));
+        const TokenVoz *token = corte < 0 ? BuscaVoz(pedida, {}) : BuscaVoz(pedida.left(corte), pedida.mid(corte + 1));
+        if (token == nullptr) return true;  // no such voice in the engine that speaks: the voice stays
+        tramo.texto = QString::fromStdString(token->voz).toStdU16String();
+        return false;
     });
 }
 
@@ -88,11 +109,11 @@ Fallo SpVoice::Speak(const QString &texto, int flags) {
         ControlHabla::Detiene();
         return {};
     }
-    if (!m_token) return Fallo::De(Fallo::LlamadaNoValida);
+    if (!m_token || (flags & EsFichero) != 0) return Fallo::De(Fallo::LlamadaNoValida);
 
     const std::u16string fuente = texto.toStdU16String();
     std::vector<Tramo> tramos;
-    if ((flags & XML) != 0) {
+    if ((flags & (XML | NoXML)) == XML) {
         auto marcados = AnalizaXml(fuente);
         if (!marcados) return Fallo::De(Fallo::SintaxisDeEtiquetas);
         tramos = std::move(*marcados);

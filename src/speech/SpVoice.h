@@ -8,13 +8,16 @@
 
 namespace ondalis {
 
-// One installed voice with its attributes "Vendor", "Name", "Language" ("40A;C0A").
+// One installed voice with its attributes "Vendor", "Name", "Language" ("40A;C0A"), and where its engine tells them
+// "Gender" ("Male", "Female", "Neutral") and "Age" ("Child", "Teen", "Adult", "Senior").
 struct TokenVoz {
     QString fabricante;
     QString nombre;
     QString lengua;
     std::string motor;  // engine and voice as the worker knows them
     std::string voz;
+    QString genero = {};
+    QString edad = {};
     bool operator==(const TokenVoz &) const = default;
     QString GetAttribute(const QString &atributo) const;  // empty for one that it lacks
 };
@@ -28,7 +31,7 @@ public:
 
 class SpVoice : public ControlHabla {
 public:
-    enum Flag : int { Asincrono = 1, Purga = 2, XML = 8, Puntuacion = 64 };
+    enum Flag : int { Asincrono = 1, Purga = 2, EsFichero = 4, XML = 8, NoXML = 16, Puntuacion = 64 };
 
     // Speaks with the first token until another is set.
     SpVoice(CanalVoz &canal, const ListaTokens &tokens, cCola &cola, cEstadoVoz &estado, cLog &log);
@@ -45,9 +48,12 @@ public:
 
     // Every call purges. Without flag 1 it returns when it has been spoken, and it is a notice if flag 2 is there.
     // Speak("", 2) silences, also what a call further out waits for.
-    // Broken markup (flag 8) is the failure 0x80045042, no token at all is failure 5: nothing is purged and no event
-    // comes.
+    // Without 8, and with 16 whatever else is set, markup is text. Broken markup (flag 8) is the failure 0x80045042; no
+    // token at all and flag 4 (the text names a file) are failure 5: nothing is purged and no event comes.
     [[nodiscard]] Fallo Speak(const QString &texto, int flags);
+    // Blocks until what is being spoken has been heard or stopped, or `ms` milliseconds have passed; -1: however long
+    // it takes. True: nothing is being spoken any more. Events wait as they do in a call without flag 1.
+    bool WaitUntilDone(int ms) { return EsperaActual(ms); }
     void Pause() { ControlHabla::Pausa(); }
     void Resume() { ControlHabla::Reanuda(); }
     using ControlHabla::EnPausa;
@@ -55,6 +61,7 @@ public:
 private:
     // Turns the requirements of the XML's voice tags into identifiers of the engine that speaks.
     void ResuelveVoces(std::vector<Tramo> &tramos) const;
+    const TokenVoz *BuscaVoz(const QString &requeridos, const QString &opcionales) const;
 
     const ListaTokens &m_tokens;
     std::optional<TokenVoz> m_token;

@@ -31,6 +31,8 @@ constexpr std::array<char16_t, 128> kIbm850 = {
 
 bool MarcaUtf16(const QByteArray &bytes) { return bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF"); }
 
+}  // namespace
+
 QString DePaginaDeCodigos(const QByteArray &bytes, bool ibm850) {
     QString texto(bytes.size(), Qt::Uninitialized);
     for (qsizetype i = 0; i < bytes.size(); ++i) {
@@ -42,8 +44,6 @@ QString DePaginaDeCodigos(const QByteArray &bytes, bool ibm850) {
     }
     return texto;
 }
-
-}  // namespace
 
 QString TextoDeBytes(const QByteArray &bytes, const QString &ruta) {
     if (MarcaUtf16(bytes)) {

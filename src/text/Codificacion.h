@@ -14,6 +14,9 @@ inline constexpr qint64 kMaxFicheroTexto = qint64{32} * 1024 * 1024;  // bytes; 
 // a name that ends in ".asc", blind to case. `ruta` is only looked at for its ending.
 QString TextoDeBytes(const QByteArray &bytes, const QString &ruta);
 
+// Bytes of one code page, whatever they look like: IBM850, else Windows-1252.
+QString DePaginaDeCodigos(const QByteArray &bytes, bool ibm850);
+
 // True when the bytes can't be a text: a zero byte outside UTF-16.
 bool EsBinario(const QByteArray &bytes);
 

@@ -35,6 +35,13 @@ constexpr std::array kUsuales{
     Usual{"es-mx", "roa/es-419"}, Usual{"es-ar", "roa/es-419"}, Usual{"es-us", "roa/es-419"},
 };
 
+std::string Genero(int genero) { return genero == 1 ? "Male" : genero == 2 ? "Female" : ""; }
+
+std::string Edad(int anos) {
+    if (anos <= 0) return {};
+    return anos < 13 ? "Child" : anos < 20 ? "Teen" : anos < 60 ? "Adult" : "Senior";
+}
+
 // An identifier comes from the reader: it stays inside the folder.
 bool EsRutaSana(std::string_view identificador) {
     return !identificador.empty() && identificador.front() != '/' && identificador.front() != '.' &&
@@ -51,7 +58,7 @@ const std::vector<cLenguasEspeak::Una> &cLenguasEspeak::Lista() {
         if (identificador.starts_with("mb/") || identificador.starts_with("mb-")) continue;
         if (!(*voz)->languages || (*voz)->languages[0] == 0) continue;
         m_lista.push_back({identificador, (*voz)->name ? (*voz)->name : "", (*voz)->languages + 1,
-                           static_cast<int>((*voz)->languages[0])});
+                           static_cast<int>((*voz)->languages[0]), (*voz)->gender, (*voz)->age});
     }
     return m_lista;
 }
@@ -59,7 +66,8 @@ const std::vector<cLenguasEspeak::Una> &cLenguasEspeak::Lista() {
 std::vector<TramaVoz> cLenguasEspeak::Voces() {
     std::vector<TramaVoz> voces;
     for (const Una &una : Lista())
-        voces.push_back({"espeak", una.identificador, una.nombre, LcidDeLengua(una.lengua), "eSpeak NG", kPlazoMs});
+        voces.push_back({"espeak", una.identificador, una.nombre, LcidDeLengua(una.lengua), "eSpeak NG", kPlazoMs,
+                         Genero(una.genero), Edad(una.edad)});
     return voces;
 }
 

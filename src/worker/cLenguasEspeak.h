@@ -31,6 +31,7 @@ private:
     struct Una {
         std::string identificador, nombre, lengua;
         int prioridad = 0;
+        int genero = 0, edad = 0;  // as the engine numbers them: 1 male, 2 female; years; 0: not told
     };
     const std::vector<Una> &Lista();
     std::optional<std::string> Lee(const std::string &identificador) const;

@@ -40,6 +40,7 @@ class Reglas:
         self.carpetas = {
             'libs': {'libs'},
             'engine': {'engine', 'libs'},
+            'eci': {'engine', 'libs'},
             'core': logica,
             'platform': logica | {'platform'},
             'ui': logica,
@@ -51,7 +52,7 @@ class Reglas:
                 return True
             base = nombre[:-2] if nombre.endswith('.h') else nombre
             return '/' not in nombre and (base in ESTANDAR_C or not nombre.endswith('.h')) and not QT.match(nombre)
-        if capa == 'engine':  # whatever the system offers but Qt, the window system, an engine or a sound server
+        if capa in ('engine', 'eci'):  # whatever the system offers but Qt, the window system, an engine or a sound server
             return not (QT.match(nombre) or re.match(r'^(X11/|xcb/|xkbcommon/|pulse/|espeak-ng/|dbus/|glib)', nombre))
         if capa == 'core':
             if QT.match(nombre):
@@ -160,6 +161,7 @@ def autotest():
         'libs/b.cpp': '#include "engine/e.h"\n',
         'engine/e.h': '#include <sys/socket.h>\n',  # allowed there
         'engine/e.cpp': '#include "engine/e.h"\n#include <QtCore/QObject>\n',
+        'libs/v.cpp': '#include "engine/e.h"\n#include "settings/ok.h"\n#include <QString>\n',
         'settings/s.h': '#include <QtWidgets/QWidget>\n',
         'settings/s.cpp': '#include "settings/s.h"\n#include <QString>\n// #include <QWidget>\n',
         'text/t.cpp': '#include <QProcess>\n',
@@ -169,12 +171,14 @@ def autotest():
         'settings/ok.h': '#include <QtCore/QString>\n',
     }
     capas = {
-        'libs': ['libs/a.cpp', 'libs/b.cpp'], 'engine': ['engine/e.cpp'],
+        'libs': ['libs/a.cpp', 'libs/b.cpp'], 'engine': ['engine/e.cpp'], 'eci': ['libs/v.cpp'],
         'core': ['settings/s.cpp', 'text/t.cpp', 'keys/k.cpp'], 'platform': [], 'ui': ['desktop/u.cpp'],
     }
     esperadas = {
         'libs: libs/a.cpp includes <QString>', 'libs: libs/b.cpp includes "engine/e.h"',
         'libs: engine/e.h includes <sys/socket.h>', 'engine: engine/e.cpp includes <QtCore/QObject>',
+        'eci: libs/v.cpp includes <QString>', 'eci: libs/v.cpp includes "settings/ok.h"',
+        'eci: settings/ok.h includes <QtCore/QString>',
         'core: settings/s.h includes <QtWidgets/QWidget>', 'core: text/t.cpp includes <QProcess>',
         'core: keys/k.cpp includes <xcb/xcb.h>', 'core: keys/k.cpp includes "platform/p.h"',
         'core: platform/p.h includes <X11/Xlib.h>',

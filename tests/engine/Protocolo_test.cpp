@@ -42,7 +42,7 @@ std::vector<Trama> Todas() {
             TramaMarca{3, 12, u""},
             TramaFin{3},
             TramaError{3, "voz desconocida: «x»"},
-            TramaVoz{"espeak", "roa/es", "Carlos", "40A;C0A", "eSpeak NG", 500}};
+            TramaVoz{"espeak", "roa/es", "Carlos", "40A;C0A", "eSpeak NG", 500, "Male", "Adult"}};
 }
 
 std::vector<std::uint8_t> Bytes(const Trama &trama) {

@@ -1,4 +1,5 @@
-// While one lives no file of this process can grow: what a full disk does to a write, also for root.
+// While one lives no file of this process can grow beyond so many bytes: what a full disk does to a write, also for
+// root.
 #pragma once
 
 #include <sys/resource.h>
@@ -9,11 +10,11 @@ namespace ondalis::prueba {
 
 class DiscoLleno {
 public:
-    DiscoLleno() {
+    explicit DiscoLleno(rlim_t tope = 0) {
         m_senal = std::signal(SIGXFSZ, SIG_IGN);
         getrlimit(RLIMIT_FSIZE, &m_antes);
-        const rlimit nada{0, m_antes.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &nada);
+        const rlimit nuevo{tope, m_antes.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &nuevo);
     }
     ~DiscoLleno() {
         setrlimit(RLIMIT_FSIZE, &m_antes);

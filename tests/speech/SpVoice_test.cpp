@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QTimer>
+#include <optional>
+
 #include "ControlDePrueba.h"
 #include "fakes/TokensFalsos.h"
 
@@ -186,6 +189,11 @@ TEST_F(SpVoiceTest, ATokenGivesItsAttributesAndNothingForOneThatItLacks) {
     EXPECT_EQ(token.GetAttribute(QStringLiteral("Name")), QStringLiteral("Spanish"));
     EXPECT_EQ(token.GetAttribute(QStringLiteral("Language")), QStringLiteral("40A;C0A"));
     EXPECT_EQ(token.GetAttribute(QStringLiteral("Age")), QString());
+    TokenVoz joven = token;
+    joven.genero = QStringLiteral("Female");
+    joven.edad = QStringLiteral("Teen");
+    EXPECT_EQ(joven.GetAttribute(QStringLiteral("gender")), QStringLiteral("Female"));
+    EXPECT_EQ(joven.GetAttribute(QStringLiteral("AGE")), QStringLiteral("Teen"));
 }
 
 TEST_F(SpVoiceTest, AVoiceTagSelectsAVoiceOfTheEngineThatSpeaksAndAnyOtherChangesNothing) {
@@ -196,6 +204,107 @@ TEST_F(SpVoiceTest, AVoiceTagSelectsAVoiceOfTheEngineThatSpeaksAndAnyOtherChange
     EXPECT_THAT(voces, ElementsAre(u"en-us", u""));
     EXPECT_FALSE(voz.Speak(QStringLiteral("<voice required='Name=kal'>one"), kLectura));
     for (const Tramo &tramo : Dicha().tramos) EXPECT_TRUE(tramo.tipo != TipoTramo::Voz || tramo.texto.empty());
+}
+
+std::vector<std::u16string> VocesDe(const Locucion &locucion) {
+    std::vector<std::u16string> voces;
+    for (const Tramo &tramo : locucion.tramos)
+        if (tramo.tipo == TipoTramo::Voz) voces.push_back(tramo.texto);
+    return voces;
+}
+
+class SpVoiceConVoces : public testing::Test {
+protected:
+    SpVoiceConVoces() {
+        const auto una = [](const char *nombre, const char *lengua, const char *motor, const char *genero) {
+            TokenVoz token = TokensFalsos::Token("M", nombre, lengua, motor, nombre);
+            token.genero = QLatin1String(genero);
+            return token;
+        };
+        tokens = TokensFalsos({una("af", "436", "espeak", "Male"), una("es", "40A;C0A", "espeak", "Male"),
+                               una("ana", "40A;C0A", "espeak", "Female"), una("zoe", "409", "otro", "Female"),
+                               una("eva", "409", "espeak", "Female")});
+        voz.emplace(banco.canal, tokens, banco.cola, banco.estado, banco.registro.Log());
+        voz->SetVoice(tokens.Tokens()[1]);
+    }
+    std::u16string Elegida(const char *etiqueta) {
+        EXPECT_FALSE(voz->Speak(QLatin1String("<voice ") + QLatin1String(etiqueta) + QLatin1String("/>a"), kLectura));
+        const auto voces = VocesDe(banco.canal.locuciones.back());
+        return voces.empty() ? u"la misma" : voces.front();
+    }
+    Banco banco;
+    TokensFalsos tokens;
+    std::optional<SpVoice> voz;
+};
+
+TEST_F(SpVoiceConVoces, AVoiceTagKeepsTheVoiceThatFitsThenItsLanguageThenTheOrderOfTheTokens) {
+    EXPECT_EQ(Elegida("required='Gender=Male'"), u"es");
+    EXPECT_EQ(Elegida("required='Gender=Female'"), u"ana");
+    EXPECT_EQ(Elegida("required='gender=female;language=409'"), u"eva");
+    EXPECT_EQ(Elegida("required='Language=436'"), u"af");
+}
+
+TEST_F(SpVoiceConVoces, WishesRankTheVoicesAndNoneFulfilledChangesNothing) {
+    EXPECT_EQ(Elegida("optional='Gender=Female'"), u"ana");
+    EXPECT_EQ(Elegida("optional='Gender=Female;Language=409;Age=Child'"), u"eva");
+    EXPECT_EQ(Elegida("optional='Age=Child'"), u"la misma");
+    EXPECT_EQ(Elegida("required='Gender=Female' optional='Language=409'"), u"eva");
+    EXPECT_EQ(Elegida("required='Gender=Female' optional='Age=Child'"), u"ana");
+}
+
+TEST_F(SpVoiceConVoces, AVoiceOfAnotherEngineOrNoneAtAllIsHarmless) {
+    EXPECT_EQ(Elegida("required='Name=zoe'"), u"la misma");
+    EXPECT_EQ(Elegida("required='Name=nadie'"), u"la misma");
+    EXPECT_EQ(Elegida("required='Age=Child'"), u"la misma");
+    EXPECT_EQ(Elegida("required=''"), u"");  // back to the voice that was set
+    EXPECT_EQ(banco.canal.locuciones.back().voz.motor, "espeak");
+    EXPECT_EQ(banco.canal.locuciones.back().voz.voz, "es");
+}
+
+TEST_F(SpVoiceTest, Flag16MakesMarkupTextAndFlag4IsRefusedWithoutPurging) {
+    EXPECT_FALSE(voz.Speak(QStringLiteral("<spell>a"), kLectura | 16));
+    EXPECT_EQ(banco.canal.Texto(), u"<spell>a");
+    EXPECT_EQ(voz.Speak(QStringLiteral("a.txt"), kLectura | 4).numero, Fallo::LlamadaNoValida);
+    EXPECT_TRUE(banco.canal.sonando);
+    EXPECT_THAT(banco.canal.ordenes, ElementsAre("habla"));
+}
+
+TEST_F(SpVoiceTest, WaitUntilDoneTellsWhetherTheSpeechIsOver) {
+    EXPECT_TRUE(voz.WaitUntilDone(0));
+    EXPECT_TRUE(voz.WaitUntilDone(-1));
+    EXPECT_FALSE(voz.Speak(QStringLiteral("uno dos"), kLectura));
+    EXPECT_FALSE(voz.WaitUntilDone(0));
+    EXPECT_FALSE(voz.WaitUntilDone(5));
+    QTimer::singleShot(0, [this] { banco.canal.Fin(); });
+    EXPECT_TRUE(voz.WaitUntilDone(-1));
+    EXPECT_THAT(banco.diario, IsEmpty());  // its events wait for the queue
+    EXPECT_TRUE(voz.WaitUntilDone(0));
+    banco.cola.DejaCorrer();
+    EXPECT_THAT(banco.diario, ElementsAre("Start", "Stop 0"));
+}
+
+TEST_F(SpVoiceTest, AStopFromInsideEndsTheWait) {
+    EXPECT_FALSE(voz.Speak(QStringLiteral("uno dos"), kLectura));
+    QTimer::singleShot(0, [this] { static_cast<void>(voz.Speak(QString(), 2)); });
+    EXPECT_TRUE(voz.WaitUntilDone(-1));
+    EXPECT_FALSE(banco.canal.sonando);
+    QTimer::singleShot(0, [this] { static_cast<void>(voz.Speak(QString(), 2)); });
+    EXPECT_FALSE(voz.Speak(QStringLiteral("un bloque"), 0));  // nobody ends it but the stop
+    EXPECT_FALSE(banco.canal.sonando);
+}
+
+TEST_F(SpVoiceTest, BlocksWithoutFlag2AreSpokenOneAfterTheOther) {
+    std::vector<std::u16string> hablados;
+    banco.canal.alHablar = [&] {
+        hablados.push_back(banco.canal.Texto());
+        banco.canal.Palabra(0);
+        banco.canal.Fin();
+    };
+    for (const char *bloque : {"uno", "dos", "tres"}) EXPECT_FALSE(voz.Speak(QLatin1String(bloque), 0));
+    EXPECT_THAT(hablados, ElementsAre(u"uno", u"dos", u"tres"));
+    banco.cola.DejaCorrer();
+    // The Stops of the first two come as the next begins, the last one from the queue; no Words, no Starts of the past.
+    EXPECT_THAT(banco.diario, ElementsAre("Stop 0", "Stop 0", "Start", "Stop 0"));
 }
 
 TEST(SpVoice, WithoutAnyTokenASpeechFailsAndSilencingDoesNot) {

@@ -198,6 +198,7 @@ TEST_F(cMotorEspeakVoz, TheVoicesAreThePlainOnesWithoutThoseThatAreNotInstalled)
         EXPECT_EQ(v.voz.find("mb"), std::string::npos) << v.voz;
         EXPECT_NE(v.nombre, "");
         EXPECT_GT(v.plazoMs, 0u);
+        EXPECT_TRUE(v.genero == "Male" || v.genero == "Female" || v.genero.empty()) << v.genero;
         const auto lcid = esperados.find(v.voz);
         if (lcid != esperados.end()) {
             EXPECT_EQ(v.lengua, lcid->second) << v.voz;

@@ -38,7 +38,8 @@ bool Envia(int descriptor, const std::vector<std::uint8_t> &bytes, Plazo hasta) 
 
 void Anota(const TramaVoz &voz, std::vector<TokenVoz> &tokens, PlazosMotor &plazos) {
     tokens.push_back({QString::fromStdString(voz.fabricante), QString::fromStdString(voz.nombre),
-                      QString::fromStdString(voz.lengua), voz.motor, voz.voz});
+                      QString::fromStdString(voz.lengua), voz.motor, voz.voz, QString::fromStdString(voz.genero),
+                      QString::fromStdString(voz.edad)});
     if (voz.plazoMs == 0) return;
     auto &plazo = plazos.deMotor[voz.motor];
     plazo = std::max(plazo, std::chrono::milliseconds(std::min(voz.plazoMs, kMayorPlazoMs)));

@@ -36,6 +36,7 @@ cSenales::cSenales(std::function<void()> alTerminar) {
     accion.sa_flags = SA_RESTART;
     for (const int senal : kSenales) sigaction(senal, &accion, nullptr);
     signal(SIGPIPE, SIG_IGN);  // a peer that is gone is told by the write that fails
+    signal(SIGXFSZ, SIG_IGN);  // so is a file that may not grow any more
 }
 
 cSenales::~cSenales() {

@@ -22,6 +22,7 @@ std::string LeeFichero(const std::filesystem::path &ruta) {
 std::string Resultado(const std::string &dialecto, const std::string &linea) {
     const std::u16string texto = De8(linea);
     if (dialecto == "barra") return Vuelca(AnalizaBarra(texto));
+    if (dialecto == "comilla") return Vuelca(AnalizaComilla(texto));
     const auto tramos = AnalizaXml(texto);
     return tramos ? Vuelca(*tramos) : "(refused)\n";
 }

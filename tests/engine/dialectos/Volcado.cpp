@@ -45,8 +45,9 @@ std::string A8(std::u16string_view texto) {
 }
 
 std::string Vuelca(const std::vector<Tramo> &tramos) {
-    static constexpr const char *kNombres[] = {"Texto", "Pausa",  "Marca",    "Velocidad",  "Volumen", "Tono",
-                                               "Voz",   "Idioma", "Deletreo", "Puntuacion", "Enfasis"};
+    static constexpr const char *kNombres[] = {"Texto",   "Pausa",       "Marca",    "Velocidad", "Volumen",
+                                               "Tono",    "Voz",         "Idioma",   "Deletreo",  "Puntuacion",
+                                               "Enfasis", "Fluctuacion", "Aspereza", "Diafonia",  "TamCabeza"};
     std::string volcado;
     for (const Tramo &tramo : tramos) {
         volcado += kNombres[static_cast<int>(tramo.tipo)];

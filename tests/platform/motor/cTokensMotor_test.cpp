@@ -55,14 +55,14 @@ std::vector<std::uint8_t> Tramas(std::initializer_list<Trama> tramas) {
     return bytes;
 }
 
-const TramaVoz kPablo{"motor", "es", "Pablo", "40A;C0A", "Nadie", 0};
+const TramaVoz kPablo{"motor", "es", "Pablo", "40A;C0A", "Nadie", 0, "Male", "Teen"};
 
 TEST(cTokensMotor, EachVoiceOfTheWorkerIsOneToken) {
     MotorEscrito motor(Tramas({kPablo, TramaFin{}}));
     const cTokensMotor tokens(motor);
     ASSERT_EQ(tokens.Tokens().size(), 1u);
-    EXPECT_EQ(tokens.Tokens()[0],
-              (TokenVoz{QStringLiteral("Nadie"), QStringLiteral("Pablo"), QStringLiteral("40A;C0A"), "motor", "es"}));
+    EXPECT_EQ(tokens.Tokens()[0], (TokenVoz{QStringLiteral("Nadie"), QStringLiteral("Pablo"), QStringLiteral("40A;C0A"),
+                                            "motor", "es", QStringLiteral("Male"), QStringLiteral("Teen")}));
     EXPECT_EQ(&tokens.Tokens(), &tokens.Tokens());
 }
 

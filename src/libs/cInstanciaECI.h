@@ -1,0 +1,55 @@
+// The one voice behind the ECI operations: pending text, destination, the speech under way and the last error. Its
+// operations belong to one thread; the channels' events come on theirs. No Qt.
+#pragma once
+
+#include <atomic>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+
+#include "engine/cSalidaFichero.h"
+#include "libs/ondalis_eci_servicio.h"
+
+namespace ondalis {
+
+class cInstanciaECI final : private OyenteMotor {
+public:
+    explicit cInstanciaECI(const ServicioECI &servicio);
+    ~cInstanciaECI() override;  // as Calla
+    cInstanciaECI(const cInstanciaECI &) = delete;
+    cInstanciaECI &operator=(const cInstanciaECI &) = delete;
+
+    void Restaura();
+    bool SetDestino(const char *ruta);
+    bool AddTexto(std::string_view bytes);
+    bool Habla(bool espera);
+    bool EstaHablando() const { return m_numero != 0; }
+    void Calla();
+    // UTF-8; empty while nothing has failed.
+    std::string UltimoError() const;
+    // False, for the caller to give back.
+    bool Falla(std::string texto);
+
+private:
+    void EventoDeMotor(const EventoMotor &evento) override;  // a channel's thread
+
+    CanalVoz *CanalDeFichero();
+    void CortaFichero();
+    void CierraDestino();
+    bool CompletaFichero();
+
+    const ServicioECI &m_servicio;
+    cSalidaFichero m_salida;
+    std::unique_ptr<CanalVoz> m_canalFichero;
+    std::u16string m_pendiente;
+    std::string m_ruta;  // of the file that the next speech goes into; empty: the sound device
+
+    std::atomic<std::uint64_t> m_numero{0};  // the utterance under way; 0: none. Written under m_cerrojo
+    mutable std::mutex m_cerrojo;            // the rest
+    std::string m_rutaEnCurso;               // of the file being made; empty: none
+    std::uint64_t m_fallida = 0;             // whose file couldn't be written
+    std::string m_error;
+};
+
+}  // namespace ondalis
