@@ -122,6 +122,9 @@ cAplicacion::cAplicacion(Preparativos &preparativos, QString linea)
       m_canalSAPI5(
           [this] { return std::make_unique<cCanalMotor>(p.lanzador, m_salidaSAPI5, m_reloj, p.tokens.Plazos()); }),
       m_canalECI([this] { return std::make_unique<cCanalMotor>(p.lanzador, m_salidaECI, m_reloj, p.tokens.Plazos()); }),
+      m_canalFicheros([this] {
+          return std::make_unique<cCanalMotor>(p.lanzadorFicheros, m_salidaFicheros, m_reloj, p.tokens.Plazos());
+      }),
       m_voz(m_canalIBM, m_cola, m_estadoVoz, p.log),
       m_servicioECI(ServiciosDeECI()),
       m_vozECI(p.log),
@@ -151,10 +154,8 @@ cAplicacion::~cAplicacion() {
 // A speech that is waited for holds the queue back, but windows are painted and the bus is answered.
 ServicioECI cAplicacion::ServiciosDeECI() {
     return {.vivo = &m_canalECI,
-            .creaCanalFichero =
-                [this](SalidaAudio &salida) {
-                    return std::make_unique<cCanalMotor>(p.lanzadorFicheros, salida, m_reloj, p.tokens.Plazos());
-                },
+            .fichero = &m_canalFicheros,
+            .salida = &m_salidaFicheros,
             .espera = [this](const std::function<bool()> &listo) { m_cola.EsperaBloqueando(listo, -1); },
             .despierta = [this] { m_cola.Despierta(); },
             .avisa =

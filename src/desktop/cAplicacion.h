@@ -16,6 +16,7 @@
 #include "desktop/cSuperficie.h"
 #include "engine/Reloj.h"
 #include "engine/cLanzadorProceso.h"
+#include "engine/cSalidaFichero.h"
 #include "keys/cTecla.h"
 #include "libs/ondalis_eci_servicio.h"
 #include "platform/audio/cSalidaPulse.h"
@@ -116,9 +117,11 @@ private:
     cSalidaPulse m_salidaIBM;
     cSalidaPulse m_salidaSAPI5;
     cSalidaPulse m_salidaECI;
+    cSalidaFichero m_salidaFicheros;
     cCanalPerezoso m_canalIBM;
     cCanalPerezoso m_canalSAPI5;
     cCanalPerezoso m_canalECI;
+    cCanalPerezoso m_canalFicheros;
     cEstadoVoz m_estadoVoz;
     ActorSvr m_voz;
     cServicioECI m_servicioECI;

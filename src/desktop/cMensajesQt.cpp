@@ -12,7 +12,7 @@ bool cMensajesQt::Muestra(const QString &texto, bool pregunta, bool defectoSi, c
     caja.setWindowFlag(Qt::WindowStaysOnTopHint);  // before the first show: later it would make another window
     caja.setWindowTitle(titulo);
     caja.setTextFormat(Qt::PlainText);
-    caja.setText(texto);
+    caja.setText(QString(texto).remove(QChar(u'\0')));  // an engine's error text has a tail of zeros
     if (pregunta) {
         caja.setIcon(QMessageBox::Question);
         caja.setStandardButtons(QMessageBox::Yes | QMessageBox::No);

@@ -61,41 +61,39 @@ std::string Motivo(int error) {
 }  // namespace
 
 cInstanciaECI::cInstanciaECI(const ServicioECI &servicio) : m_servicio(servicio) {
-    if (m_servicio.vivo) m_servicio.vivo->SetOyente(this);
+    m_servicio.vivo->SetOyente(this);
+    m_servicio.fichero->SetOyente(this);
 }
 
 cInstanciaECI::~cInstanciaECI() {
     Calla();
-    if (m_servicio.vivo) m_servicio.vivo->SetOyente(nullptr);
-    m_canalFichero.reset();
+    m_servicio.vivo->SetOyente(nullptr);
+    m_servicio.fichero->SetOyente(nullptr);
 }
 
 void cInstanciaECI::Restaura() {
     m_pendiente.clear();
-    if (!m_ruta.empty()) CierraDestino();
+    if (m_conDestino) CierraDestino();
 }
 
 // A destination that nothing was spoken into.
 void cInstanciaECI::CierraDestino() {
-    m_ruta.clear();
-    if (const int error = m_salida.Cierra()) Falla(Motivo(error));
+    m_conDestino = false;
+    if (const int error = m_servicio.salida->Cierra()) Falla(Motivo(error));
 }
 
 bool cInstanciaECI::SetDestino(const char *ruta) {
     if (ruta == nullptr || *ruta == '\0') return Falla("Falta el nombre del fichero");
     // The file under way belongs to a speech that isn't over.
     if (EstaHablando()) return Falla("La voz está ocupada");
-    if (const int error = m_salida.Destina(ruta, kHercios, cFicheroWav::Modo::Anade)) {
-        m_ruta.clear();
-        return Falla(Motivo(error));
-    }
-    m_ruta = ruta;
-    return true;
+    const int error = m_servicio.salida->Destina(ruta, kHercios, cFicheroWav::Modo::Anade);
+    m_conDestino = error == 0;
+    return m_conDestino || Falla(Motivo(error));
 }
 
 bool cInstanciaECI::AddTexto(std::string_view bytes) {
     // A byte gives one unit at most.
-    if (bytes.size() > kMaxPendiente - m_pendiente.size()) return Falla("El texto es demasiado largo");
+    if (bytes.size() + m_pendiente.size() >= kMaxPendiente) return Falla("El texto es demasiado largo");
     if (AcabaEnAnotacion(m_pendiente)) m_pendiente += u' ';
     m_pendiente += TextoDeECI(bytes);
     return true;
@@ -108,27 +106,18 @@ bool cInstanciaECI::Habla(bool espera) {
     locucion.voz = VozDePartida();
     locucion.tramos = AnalizaComilla(SinLenguaMalEscrita(std::exchange(m_pendiente, {})));
     if (TamanoDeHabla(locucion) > kMaxTrama) return Falla("El texto es demasiado largo");
-    CanalVoz *canal = m_ruta.empty() ? m_servicio.vivo : CanalDeFichero();
-    if (canal == nullptr) return Falla("No hay ningún motor de voz");
+    CanalVoz &canal = *(m_conDestino ? m_servicio.fichero : m_servicio.vivo);
     const std::uint64_t numero = locucion.numero;
     {
         const std::lock_guard guarda(m_cerrojo);
-        m_rutaEnCurso = std::exchange(m_ruta, {});
+        m_enFichero = std::exchange(m_conDestino, false);
         m_numero = numero;
     }
-    canal->Habla(std::move(locucion));
-    if (!espera || !m_servicio.espera) return true;
+    canal.Habla(std::move(locucion));
+    if (!espera) return true;
     m_servicio.espera([this, numero] { return m_numero != numero; });
     const std::lock_guard guarda(m_cerrojo);
     return m_fallida != numero;
-}
-
-CanalVoz *cInstanciaECI::CanalDeFichero() {
-    if (!m_canalFichero && m_servicio.creaCanalFichero) {
-        m_canalFichero = m_servicio.creaCanalFichero(m_salida);
-        if (m_canalFichero) m_canalFichero->SetOyente(this);
-    }
-    return m_canalFichero.get();
 }
 
 void cInstanciaECI::Calla() {
@@ -138,20 +127,12 @@ void cInstanciaECI::Calla() {
         const std::lock_guard guarda(m_cerrojo);
         if (m_numero == 0) return;
         m_numero = 0;
-        enFichero = !std::exchange(m_rutaEnCurso, {}).empty();
+        enFichero = std::exchange(m_enFichero, false);
     }
-    if (enFichero)
-        CortaFichero();
-    else
-        m_servicio.vivo->Detiene();
-    if (m_servicio.despierta) m_servicio.despierta();
-}
-
-// A channel takes its orders when it comes to them; until then its samples could reach the file opened next. Only its
-// end is sure to be the end of them.
-void cInstanciaECI::CortaFichero() {
-    m_canalFichero.reset();
-    if (const int error = m_salida.Cierra()) Falla(Motivo(error));
+    (enFichero ? m_servicio.fichero : m_servicio.vivo)->Detiene();
+    // Not under the lock: it waits until the channel has let go of the file.
+    if (const int error = enFichero ? m_servicio.salida->Cierra() : 0) Falla(Motivo(error));
+    m_servicio.despierta();
 }
 
 bool cInstanciaECI::Falla(std::string texto) {
@@ -167,7 +148,7 @@ std::string cInstanciaECI::UltimoError() const {
 
 void cInstanciaECI::EventoDeMotor(const EventoMotor &evento) {
     if (evento.tipo == EventoMotor::Tipo::Aviso) {
-        if (m_servicio.avisa) m_servicio.avisa(evento.texto);
+        m_servicio.avisa(evento.texto);
         return;
     }
     const bool fin = evento.tipo == EventoMotor::Tipo::Fin;
@@ -176,20 +157,20 @@ void cInstanciaECI::EventoDeMotor(const EventoMotor &evento) {
         const std::lock_guard guarda(m_cerrojo);
         if (evento.numero != m_numero) return;
         // A book isn't spoken to its end onto a full disk.
-        const bool fallo = !m_rutaEnCurso.empty() && m_salida.Error() != 0;
+        const bool fallo = m_enFichero && m_servicio.salida->Error() != 0;
         if (!fin && !fallo) return;
-        if (fallo && !fin) m_canalFichero->Detiene();
-        if (!m_rutaEnCurso.empty() && !CompletaFichero()) aviso = TextoDeECI(m_error);
+        if (fallo && !fin) m_servicio.fichero->Detiene();
+        if (m_enFichero && !CompletaFichero()) aviso = TextoDeECI(m_error);
         m_numero = 0;
     }
-    if (!aviso.empty() && m_servicio.avisa) m_servicio.avisa(aviso);
-    if (m_servicio.despierta) m_servicio.despierta();
+    if (!aviso.empty()) m_servicio.avisa(aviso);
+    m_servicio.despierta();
 }
 
 // Under m_cerrojo, with the utterance under way.
 bool cInstanciaECI::CompletaFichero() {
-    const std::string ruta = std::exchange(m_rutaEnCurso, {});
-    const int error = m_salida.Cierra();
+    m_enFichero = false;
+    const int error = m_servicio.salida->Cierra();
     if (error == 0) return true;
     m_fallida = m_numero;
     m_error = Motivo(error);

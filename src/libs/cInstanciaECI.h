@@ -3,12 +3,10 @@
 #pragma once
 
 #include <atomic>
-#include <memory>
 #include <mutex>
 #include <string>
 #include <string_view>
 
-#include "engine/cSalidaFichero.h"
 #include "libs/ondalis_eci_servicio.h"
 
 namespace ondalis {
@@ -34,20 +32,16 @@ public:
 private:
     void EventoDeMotor(const EventoMotor &evento) override;  // a channel's thread
 
-    CanalVoz *CanalDeFichero();
-    void CortaFichero();
     void CierraDestino();
     bool CompletaFichero();
 
     const ServicioECI &m_servicio;
-    cSalidaFichero m_salida;
-    std::unique_ptr<CanalVoz> m_canalFichero;
     std::u16string m_pendiente;
-    std::string m_ruta;  // of the file that the next speech goes into; empty: the sound device
+    bool m_conDestino = false;  // the next speech goes into the file that is open
 
     std::atomic<std::uint64_t> m_numero{0};  // the utterance under way; 0: none. Written under m_cerrojo
     mutable std::mutex m_cerrojo;            // the rest
-    std::string m_rutaEnCurso;               // of the file being made; empty: none
+    bool m_enFichero = false;                // the speech under way goes into a file
     std::uint64_t m_fallida = 0;             // whose file couldn't be written
     std::string m_error;
 };

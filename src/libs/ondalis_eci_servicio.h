@@ -1,21 +1,19 @@
-// What the ECI operations speak with, handed in from outside: they know no device, no process and no event loop.
+// What the ECI operations speak with, handed in from outside: they know no device, no process and no event loop. All of
+// it is needed.
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <string>
 
 #include "engine/CanalVoz.h"
-#include "engine/SalidaAudio.h"
+#include "engine/cSalidaFichero.h"
 
 namespace ondalis {
 
 struct ServicioECI {
-    // Speaks on the sound device; used by nobody else.
-    CanalVoz *vivo = nullptr;
-    // Makes a channel that speaks into `salida`, which outlives it. It is kept from one file to the next; one that was
-    // cut short is dropped, so that nothing of it can reach the next file.
-    std::function<std::unique_ptr<CanalVoz>(SalidaAudio &salida)> creaCanalFichero;
+    CanalVoz *vivo = nullptr;          // speaks on the sound device; used by nobody else
+    CanalVoz *fichero = nullptr;       // speaks into `salida`; used by nobody else
+    cSalidaFichero *salida = nullptr;  // its destination is set by the operations alone
     // Blocks the caller until `listo` is true.
     std::function<void(const std::function<bool()> &listo)> espera;
     // Makes `espera` ask again. Any thread.
@@ -24,8 +22,8 @@ struct ServicioECI {
     std::function<void(const std::u16string &texto)> avisa;
 };
 
-// While one lives CreaVozECI has these services; its end is that of the instance too. One at a time; the thread of the
-// operations.
+// While one lives CreaVozECI has these services, which all must outlive it; its end is that of the instance too. One at
+// a time; the thread of the operations.
 class cServicioECI {
 public:
     explicit cServicioECI(ServicioECI servicio);

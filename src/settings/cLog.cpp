@@ -17,7 +17,8 @@ void cLog::Escribe(const QString &procedimiento, const Fallo &fallo, const QStri
     if (texto.isEmpty()) return;
 
     texto.replace(QLatin1Char('\n'), QLatin1Char(' '))
-        .replace(QLatin1Char('\r'), QLatin1Char(' '));  // one line an event
+        .replace(QLatin1Char('\r'), QLatin1Char(' '))  // one line an event
+        .remove(QChar(u'\0'));                         // the tail of an engine's error text
     const QString linea = QLocale::system().toString(QDateTime::currentDateTime(), QLocale::ShortFormat) +
                           QLatin1Char(' ') + procedimiento + texto + QLatin1Char('\n');
     const std::lock_guard cerrojo(m_cerrojo);

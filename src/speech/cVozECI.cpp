@@ -91,7 +91,7 @@ bool cVozECI::Procedimiento(const QString &nombre, F &&cuerpo) {
     } catch (const std::bad_alloc &) {
         m_errorTexto = cGeneral::VBError(Fallo::De(Fallo::SinMemoria));
     }
-    m_log.Escribe(nombre, QString(m_errorTexto).remove(QChar(u'\0')));
+    m_log.Escribe(nombre, m_errorTexto);
     return false;
 }
 

@@ -51,6 +51,15 @@ TEST(cMensajesQt, AMessageHasTheOneButtonAceptar) {
     EXPECT_TRUE(mensajes.Muestra(QStringLiteral("hola"), false, false, QStringLiteral("Ondalis")));
 }
 
+TEST(cMensajesQt, TheZerosBehindAnEnginesErrorAreNotShown) {
+    cMensajesQt mensajes;
+    EnLaCaja([](QMessageBox &caja) {
+        EXPECT_EQ(caja.text(), QStringLiteral("Disco lleno"));
+        caja.buttons().front()->click();
+    });
+    EXPECT_TRUE(mensajes.Muestra(QStringLiteral("Disco lleno") + QString(200, QChar(u'\0')), false, false, QString()));
+}
+
 TEST(cMensajesQt, TheBoxStandsInFrontOfEverything) {
     WId alFrente = 0;
     cMensajesQt mensajes([&](WId ventana) { alFrente = ventana; });
