@@ -46,7 +46,6 @@ void cLote::Interrumpe() {
 }
 
 void cLote::Trabaja(cLineaLote &linea) {
-    if (linea.Valor(kOutputFile)) p.alPedirFichero();
     if (LeeTexto("Voz", "FabricanteActivo", "IBM") == QLatin1String("IBM"))
         PreparaVozIBM();
     else if (!PreparaVozSAPI5())

@@ -36,9 +36,8 @@ struct PuertosLote {
     std::function<VozECI &()> vozECI;
     std::function<bool()> chequeaSAPI5Compatible;  // logs its own failure
     std::function<VozSAPI5Lote &()> vozSAPI5;
-    std::function<bool()> haySonido;       // asked before anything is spoken aloud
-    std::function<void()> alPedirFichero;  // before any engine is made, when the line asks for a file
-    ConversorMp3 *conversor = nullptr;     // null: there are no MP3 files
+    std::function<bool()> haySonido;    // asked before anything is spoken aloud
+    ConversorMp3 *conversor = nullptr;  // null: there are no MP3 files
 };
 
 class cLote {

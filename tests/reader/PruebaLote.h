@@ -172,7 +172,6 @@ protected:
                         diario.Anota("sonido?");
                         return haySonido;
                     },
-                .alPedirFichero = [this] { diario.Anota("pide fichero"); },
                 .conversor = nullptr};
     }
     cLote lote{Puertos()};
