@@ -30,11 +30,12 @@ def _banco(motor='tono', ajustes=None, arranca=False):
 
 
 def _entorno(b, pantalla=True, **mas):
-    entorno = dict(b.escritorio.entorno, **mas)
+    entorno = dict(b.escritorio.entorno)
     if b.motor == 'tono':
         entorno['ONDALIS_MOTOR'] = os.path.join(OBRA, 'tests', 'ondalis-motor-tono')
     if not pantalla:
         del entorno['DISPLAY']
+    entorno.update(mas)
     return entorno
 
 
@@ -102,7 +103,7 @@ def un_texto_de_la_linea_se_oye_y_no_queda_nada():
         prioridad = _nice(pid)
         _hecho(p)
         en_orden(b.numeros(t, time.monotonic()), [3, 4, 5, 6])
-        assert prioridad == 0, prioridad
+        assert prioridad == os.nice(0), prioridad
         assert not vivo(pid) and not ventanas(b) and not _en_carpeta(b)
         assert b.ajuste('Voz', 'FabricanteActivo') is None, 'a batch job has written settings'
 
@@ -132,7 +133,7 @@ def un_texto_se_oye_con_el_motor_de_verdad():
 def un_fichero_se_oye_con_la_opcion_y_solo_en_la_linea():
     with _banco() as b:
         _escribe(b.aqui('Mi libro.txt'), 'n3 n4\nn5')
-        for linea in (['-FileTxt', 'Mi libro.txt'], ['Mi libro.txt'], ['-filetxt', b.aqui('Mi libro.txt'), '-nosapi5']):
+        for linea in (['-FileTxt', 'Mi libro.txt'], ['Mi libro.txt'], ['-filetxt', './Mi libro.txt', '-nosapi5']):
             t = time.monotonic()
             _hecho(_lanza(b, *linea))
             en_orden(b.numeros(t, time.monotonic()), [3, 4, 5])
@@ -159,7 +160,8 @@ def un_texto_a_wav_sin_pantalla_ni_servidor_de_sonido():
 @caso
 def un_fichero_a_wav_con_baja_prioridad():
     with _banco() as b:
-        _escribe(b.aqui('libro.txt'), texto_tonos(0, 40) + ' CUELGA ' + texto_tonos(40, 10))
+        # The engine hangs for a moment: time to look at it.
+        _escribe(b.aqui('libro.txt'), texto_tonos(0, 40) + '.\nCUELGA.\n' + texto_tonos(40, 10))
         p = _lanza(b, '-filetxt', 'libro.txt', '-outputfile', 'libro.wav')
         prioridad = espera(lambda: _nice(_motor(p)), 10, que='the low priority')
         _hecho(p, 60)
@@ -394,17 +396,17 @@ def sigterm_con_la_pregunta_abierta_la_cierra_y_no_borra():
 
 
 @caso
-def un_megaoctete_de_texto_a_wav():
+def cien_kilobytes_de_texto_a_wav_mucho_antes_de_lo_que_se_tarda_en_oirlos():
     frase = 'Había una vez un lector que leía en voz alta todo lo que le daban, sin cansarse nunca. '
     with _banco('real') as b:
-        _escribe(b.aqui('libro.txt'), (frase * 10 + '\n') * (1_000_000 // (len(frase.encode()) * 10 + 1)))
+        _escribe(b.aqui('libro.txt'), (frase * 10 + '\n') * (100_000 // (len(frase.encode()) * 10 + 1)))
         antes = time.monotonic()
-        _hecho(_lanza(b, '-filetxt', 'libro.txt', '-outputfile', 'libro.wav', pantalla=False), 140)
+        _hecho(_lanza(b, '-filetxt', 'libro.txt', '-outputfile', 'libro.wav', pantalla=False), 120)
         tardo = time.monotonic() - antes
         with wave.open(b.aqui('libro.wav'), 'rb') as w:
             duracion = w.getnframes() / w.getframerate()
-        print(f'{os.path.getsize(b.aqui("libro.txt"))} bytes: {duracion / 3600:.1f} h of speech in {tardo:.1f} s')
-        # 170 words a minute; the text has about 17 words in 88 bytes.
-        assert 50_000 < duracion < 100_000, duracion
-        assert tardo < 120, tardo
+        print(f'{os.path.getsize(b.aqui("libro.txt"))} bytes: {duracion / 3600:.2f} h of speech in {tardo:.1f} s')
+        # 17 words in 88 bytes, 170 words a minute; sentences and accents cost something.
+        assert 5000 < duracion < 10_000, duracion
+        assert duracion > 50 * tardo, tardo
         assert _en_carpeta(b) == ['libro.txt', 'libro.wav']
