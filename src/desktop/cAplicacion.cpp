@@ -6,6 +6,8 @@
 #include <QTimer>
 #include <cstdio>
 
+#include "audio/cGrabadora.h"
+#include "audio/cVozEnFicheroSAPI5.h"
 #include "desktop/Recursos.h"
 #include "desktop/Rutas.h"
 #include "engine/cCanalMotor.h"
@@ -57,7 +59,16 @@ struct cAplicacion::Lector {
     Lector(cAplicacion &a, Opciones &o)
         : motor(a.m_voz, a.m_vozSAPI5.get(), &a.m_vozECI, o.voz),
           filtro(a.p.log),
-          grabadora(a.p.log),
+          temporal(a.p.log, QStringLiteral("~temp.wav"), {rutas::CarpetaEstado(), cGeneral::DirectorioWindowsTemp()}),
+          timerGrabacion(a.m_cola),
+          grabadora({.general = a.m_general,
+                     .grabar = o.grabar,
+                     .voz = o.voz,
+                     .eci = a.m_vozECI,
+                     .temporal = temporal,
+                     .timer = timerGrabacion,
+                     .creaVozSAPI5 = [&a] { return a.CreaVozEnFichero(); },
+                     .cola = &a.m_cola}),
           extractor(a.m_general),
           form({.log = a.p.log,
                 .general = a.m_general,
@@ -93,7 +104,9 @@ struct cAplicacion::Lector {
     cTxtLengua txtLengua;
     SinEnlaceWord enlaceWord;
     SinEnlaceExplorer enlaceExplorer;
-    SinGrabadora grabadora;
+    cTemporalAudio temporal;
+    cTemporizador timerGrabacion;
+    cGrabadora grabadora;
     ExtractorTextoLlano extractor;
     cFormPrincipal form;
     cMenuBandeja menu;
@@ -123,7 +136,8 @@ cAplicacion::cAplicacion(Preparativos &preparativos, QString linea)
           [this] { return std::make_unique<cCanalMotor>(p.lanzador, m_salidaSAPI5, m_reloj, p.tokens.Plazos()); }),
       m_canalECI([this] { return std::make_unique<cCanalMotor>(p.lanzador, m_salidaECI, m_reloj, p.tokens.Plazos()); }),
       m_canalFicheros([this] {
-          return std::make_unique<cCanalMotor>(p.lanzadorFicheros, m_salidaFicheros, m_reloj, p.tokens.Plazos());
+          return std::make_unique<cCanalMotor>(p.lanzadorFicheros, m_salidaFicheros, m_reloj,
+                                               p.tokens.Plazos().SinPrisa());
       }),
       m_voz(m_canalIBM, m_cola, m_estadoVoz, p.log),
       m_servicioECI(ServiciosDeECI()),
@@ -162,6 +176,14 @@ ServicioECI cAplicacion::ServiciosDeECI() {
                 [this](const std::u16string &texto) {
                     p.log.Escribe(QStringLiteral("cVozECI: "), QString::fromStdU16String(texto));
                 }};
+}
+
+std::unique_ptr<VozEnFichero> cAplicacion::CreaVozEnFichero() {
+    if (!m_vozSAPI5) return nullptr;
+    const auto creaCanal = [this](SalidaAudio &salida) {
+        return std::make_unique<cCanalMotor>(p.lanzadorFicheros, salida, m_reloj, p.tokens.Plazos());
+    };
+    return std::make_unique<cVozEnFicheroSAPI5>(creaCanal, p.tokens, m_cola, p.log);
 }
 
 int cAplicacion::Ejecuta() {
@@ -220,10 +242,16 @@ void cAplicacion::ConectaSalida() {
     m_finSesion = std::make_unique<cFinSesion>(sal);
 }
 
-// The end is an order like others; but a file being spoken holds orders back, so that one is silenced at once.
+// The end is an order like others; but a file being spoken or recorded holds orders back, so that one is cut at once.
 void cAplicacion::PideSalida() {
-    if (m_lector) m_lector->form.CierraRemoto();
+    CortaEsperas();
     m_cola.Pon(cCola::Clase::Orden, [this] { m_ventanas.Salir(); });
+}
+
+void cAplicacion::CortaEsperas() {
+    if (!m_lector) return;
+    m_lector->form.CierraRemoto();
+    m_lector->grabadora.Cancela();
 }
 
 // A server that is there answers within milliseconds; one that isn't gets its time while the desktop is served.
@@ -277,7 +305,7 @@ void cAplicacion::ConectaMenu() {
     m_superficie.Conecta(e, menu);
     // Under the bus's protocol for menus the click comes in while a file is spoken.
     if (auto *salir = menu.Menu().findChild<QAction *>(QStringLiteral("Salir")))
-        QObject::connect(salir, &QAction::triggered, &m_cola, [&form] { form.CierraRemoto(); });
+        QObject::connect(salir, &QAction::triggered, &m_cola, [this] { CortaEsperas(); });
     m_bandeja.AlCambiarSitio([this] { m_sinBandeja.Revisa(); });
     m_bandeja.SetMenu(&menu.Menu());
     m_bandeja.AlDobleClick([this, &form] { m_cola.Pon(cCola::Clase::Orden, [&form] { form.Opciones_Click(); }); });

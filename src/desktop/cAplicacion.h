@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "audio/VozEnFichero.h"
 #include "desktop/VentanaMenu.h"
 #include "desktop/cBandeja.h"
 #include "desktop/cCanalPerezoso.h"
@@ -90,6 +91,8 @@ private:
     void ConectaMenu();
     void ConectaSalida();
     void PideSalida();
+    void CortaEsperas();
+    std::unique_ptr<VozEnFichero> CreaVozEnFichero();
     void MuestraVentanaMenu(bool visible);
     void AvisaEnReposo(const QString &texto);
     void Salir();

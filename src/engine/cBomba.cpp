@@ -26,6 +26,15 @@ std::u16string EnAscii(const std::string &texto) {
 }
 }  // namespace
 
+PlazosMotor PlazosMotor::SinPrisa() const {
+    constexpr int kVeces = 15;
+    PlazosMotor plazos = *this;
+    plazos.primera *= kVeces;
+    plazos.entre *= kVeces;
+    for (auto &[motor, plazo] : plazos.deMotor) plazo *= kVeces;
+    return plazos;
+}
+
 cBomba::cBomba(LanzadorMotor &lanzador, SalidaAudio &salida, const Reloj &reloj, PlazosMotor plazos)
     : m_lanzador(lanzador), m_reloj(reloj), m_plazos(std::move(plazos)), m_reproductor(salida, reloj) {}
 

@@ -22,6 +22,9 @@ struct PlazosMotor {
     std::chrono::milliseconds primera{2000};  // to the first answer, unless the engine has a limit of its own
     std::chrono::milliseconds entre{1000};    // between answers
     std::map<std::string, std::chrono::milliseconds> deMotor;  // to the first answer, by engine name
+
+    // Those for a file, where nobody listens: a worker behind all others on a busy machine isn't a hung one.
+    PlazosMotor SinPrisa() const;
 };
 
 class cBomba {

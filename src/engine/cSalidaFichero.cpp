@@ -10,6 +10,10 @@
 
 namespace ondalis {
 
+namespace {
+constexpr std::size_t kJuntas = 8192;  // samples written at once: what a killed process may lose, half a second
+}  // namespace
+
 // Streams one file's speeches from the engine's rate to the file's. Lengths are reckoned over all of them, so that
 // what is rounded off one doesn't add up.
 class cSalidaFichero::Conversor {
@@ -170,12 +174,19 @@ std::size_t cSalidaFichero::Escribe(const std::int16_t *muestras, std::size_t n)
 }
 
 void cSalidaFichero::Guarda(std::span<const std::int16_t> muestras) {
-    if (m_error == 0) AnotaError(m_fichero.Escribe(muestras));
+    m_porGuardar.insert(m_porGuardar.end(), muestras.begin(), muestras.end());
+    if (m_porGuardar.size() >= kJuntas) Vuelca();
+}
+
+void cSalidaFichero::Vuelca() {
+    if (m_error == 0 && !m_porGuardar.empty()) AnotaError(m_fichero.Escribe(m_porGuardar));
+    m_porGuardar.clear();
 }
 
 void cSalidaFichero::Descarga() {
-    if (!m_conversor || m_error != 0) return;
-    if (!m_conversor->Descarga([this](auto piezas) { Guarda(piezas); })) AnotaError(ENOMEM);
+    if (m_conversor && m_error == 0 && !m_conversor->Descarga([this](auto piezas) { Guarda(piezas); }))
+        AnotaError(ENOMEM);
+    Vuelca();
 }
 
 void cSalidaFichero::Completa() {

@@ -6,7 +6,9 @@
 
 #include <memory>
 #include <mutex>
+#include <span>
 #include <string>
+#include <vector>
 
 #include "engine/SalidaAudio.h"
 #include "engine/cFicheroWav.h"
@@ -24,7 +26,7 @@ public:
     [[nodiscard]] int Destina(const std::string &ruta, int hercios, cFicheroWav::Modo modo);
     // Completes the file. 0, or the errno of the first thing that failed since Destina (ENOSPC...). Without a file: 0.
     [[nodiscard]] int Cierra();
-    // The first failure so far; what comes after it is swallowed.
+    // The first failure so far, which may show a second of sound late; what comes after it is swallowed.
     int Error() const;
 
     void SetDespertador(std::function<void()> despierta) override;
@@ -45,8 +47,9 @@ private:
     int CierraYa();
     void AnotaError(int error);
     bool Prepara();   // the converter that both rates need; false: nothing can be written
-    void Descarga();  // the converter's last samples
+    void Descarga();  // the converter's last samples, and all to the disk
     void Guarda(std::span<const std::int16_t> muestras);
+    void Vuelca();  // what waits, to the disk
 
     mutable std::mutex m_cerrojo;  // all below
     std::function<void()> m_asienta;
@@ -54,6 +57,7 @@ private:
     std::unique_ptr<Conversor> m_conversor;  // null while both rates are equal
     int m_herciosFichero = 0;                // 0: not known yet
     int m_herciosMotor = 0;
+    std::vector<std::int16_t> m_porGuardar;  // a few pieces written at once cost a tenth of the calls
     int m_error = 0;
     std::uint64_t m_oidas = 0;
 };

@@ -59,7 +59,7 @@ private:
     cSalidaNula m_nula{m_reloj};
     cSalidaFichero m_salida;
     cCanalMotor m_vivo{m_lanzador, m_nula, m_reloj};
-    cCanalMotor m_ficheros{m_lanzador, m_salida, m_reloj};
+    cCanalMotor m_ficheros{m_lanzador, m_salida, m_reloj, PlazosMotor{}.SinPrisa()};
     cServicioECI m_servicio{{.vivo = &m_vivo,
                              .fichero = &m_ficheros,
                              .salida = &m_salida,
