@@ -29,7 +29,7 @@ cAplicacionLote::cAplicacionLote(cLog &log)
       m_voces(log),
       m_canalVivo([this] { return CreaCanalVivo(); }),
       m_flujo(m_salidaFichero),
-      m_canalFichero([this] { return CreaCanal(m_lanzadorFichero, m_salidaFichero); }),
+      m_canalFichero([this] { return CreaCanalFichero(); }),
       m_lote({.general = m_general,
               .registro = m_registro,
               .extractor = m_extractor,
@@ -42,12 +42,13 @@ cAplicacionLote::cAplicacionLote(cLog &log)
 
 cServidorPulse &cAplicacionLote::Servidor() { return m_servidor ? *m_servidor : m_servidor.emplace(Producto::Titulo); }
 
-std::unique_ptr<CanalVoz> cAplicacionLote::CreaCanal(LanzadorMotor &lanzador, SalidaAudio &salida) {
-    return std::make_unique<cCanalMotor>(lanzador, salida, m_reloj, m_tokens ? m_tokens->Plazos() : PlazosMotor{});
+std::unique_ptr<CanalVoz> cAplicacionLote::CreaCanalVivo() {
+    return std::make_unique<cCanalMotor>(m_lanzador, m_salidaViva.emplace(Servidor(), Producto::Titulo), m_reloj,
+                                         Plazos());
 }
 
-std::unique_ptr<CanalVoz> cAplicacionLote::CreaCanalVivo() {
-    return CreaCanal(m_lanzador, m_salidaViva.emplace(Servidor(), Producto::Titulo));
+std::unique_ptr<CanalVoz> cAplicacionLote::CreaCanalFichero() {
+    return std::make_unique<cCanalMotor>(m_lanzadorFichero, m_salidaFichero, m_reloj, Plazos().SinPrisa());
 }
 
 VozECI &cAplicacionLote::CreaVozECI() {

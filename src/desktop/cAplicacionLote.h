@@ -45,8 +45,9 @@ public:
     bool Interrumpida() const { return m_lote.Interrumpido(); }
 
 private:
-    std::unique_ptr<CanalVoz> CreaCanal(LanzadorMotor &lanzador, SalidaAudio &salida);
     std::unique_ptr<CanalVoz> CreaCanalVivo();
+    std::unique_ptr<CanalVoz> CreaCanalFichero();
+    PlazosMotor Plazos() const { return m_tokens ? m_tokens->Plazos() : PlazosMotor{}; }
     VozECI &CreaVozECI();
     bool ChequeaSAPI5Compatible();
     VozSAPI5Lote &CreaVozSAPI5();
