@@ -1,6 +1,7 @@
 #include "desktop/Vidas.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QLibraryInfo>
 #include <QTranslator>
 #include <cstdio>
@@ -8,6 +9,8 @@
 #include "desktop/LineaComandos.h"
 #include "desktop/Rutas.h"
 #include "desktop/cAplicacion.h"
+#include "desktop/cAplicacionLote.h"
+#include "platform/sistema/cMensajesAparte.h"
 #include "platform/sistema/cSenales.h"
 #include "platform/x11/AlFrente.h"
 #include "platform/x11/HayPantalla.h"
@@ -85,14 +88,30 @@ int Reside(char **argv, const QString &linea, cLog &log) {
     return ondalis.Ejecuta();
 }
 
-bool EjecutaLineaComandos(const QString &linea, cLog &log) {
-    if (!EsLineaDeLote(linea)) return false;
-    // What the line holds may be a text to be read: it stays out of the log.
-    const QString texto =
-        QStringLiteral("esta versión todavía no lee ni graba textos desde la línea de comandos; vea -help");
-    log.Escribe(QStringLiteral("EjecutaLineaComandos: "), texto);
-    Escribe(stderr, QStringLiteral("ondalis: ") + texto);
-    return true;
+int MuestraCaja(int argc, char **argv) {
+    if (!HayPantalla() || argc < 4) return kSinPantalla;
+    QFile entrada;
+    if (!entrada.open(stdin, QIODevice::ReadOnly)) return kSinPantalla;
+    const QString texto = QString::fromUtf8(entrada.readAll());
+    const QByteArray clase(argv[2]);
+    const Escritorio escritorio(argv);
+    cMensajesQt mensajes([](WId ventana) { TraeAlFrente(static_cast<std::uint32_t>(ventana)); });
+    const cSenales senales([&mensajes] { mensajes.Cierra(); });
+    const bool si = mensajes.Muestra(texto, clase != cMensajesAparte::Aviso, clase == cMensajesAparte::PreguntaSi,
+                                     QFile::decodeName(argv[3]));
+    return si ? cMensajesAparte::CodigoSi : cMensajesAparte::CodigoNo;
+}
+
+std::optional<int> EjecutaLineaComandos(char **argv, const QString &linea, cLog &log,
+                                        std::optional<cInstancia> &instancia) {
+    if (!EsLineaDeLote(linea)) return std::nullopt;
+    // A reader that starts meanwhile finds this copy; one that runs is left alone.
+    instancia.emplace(cInstancia::Fichero(rutas::Ejecutable(), rutas::CarpetaEstado()), log).EntraLote();
+    int soloNombre = 1;
+    const QCoreApplication aplicacion(soloNombre, argv);
+    cAplicacionLote lote(log);
+    lote.EjecutaLineaComandos(linea);
+    return lote.Interrumpida() ? kLoteInterrumpido : 0;
 }
 
 }  // namespace ondalis

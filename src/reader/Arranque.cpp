@@ -1,5 +1,6 @@
 #include "reader/Arranque.h"
 
+#include "reader/cLineaLote.h"
 #include "settings/cGeneral.h"
 
 namespace ondalis {
@@ -12,13 +13,7 @@ Vida DecideVida(const QString &linea, const PuertosArranque &puertos) {
     return puertos.entraResidente() ? Vida::Residente : Vida::YaArrancado;
 }
 
-bool EsLineaDeLote(const QString &linea) {
-    if (cGeneral::ExisteFichero(QString(linea).remove(QLatin1Char('"')))) return true;
-    QString resto = linea;
-    for (const char *opcion : {"-clear", "-debug", "-nosapi5"})
-        resto.remove(QLatin1String(opcion), Qt::CaseInsensitive);
-    return !resto.trimmed().isEmpty();
-}
+bool EsLineaDeLote(const QString &linea) { return cLineaLote::De(linea).has_value(); }
 
 QStringList TextosLineaComandos() {
     return {

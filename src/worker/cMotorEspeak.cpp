@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdlib>
 #include <span>
 
 #include "worker/Caracteres.h"
@@ -100,6 +101,8 @@ int cMotorEspeak::Vuelo::Devolucion(short *muestras, int n, espeak_EVENT *evento
 
 bool cMotorEspeak::Inicia() {
     if (!m_hercios) {
+        // The library (1.51) asks for the sound server even where it is only to give samples.
+        setenv("PULSE_SERVER", "unix:/dev/null", 1);
         m_hercios = espeak_Initialize(AUDIO_OUTPUT_SYNCHRONOUS, kMsBloque, nullptr, espeakINITIALIZE_DONT_EXIT);
         if (*m_hercios > 0) {
             const char *datos = nullptr;

@@ -141,7 +141,7 @@ def las_paginas_de_manual_no_dan_avisos(obra, _fuente):
 
 
 def opciones_del_manual(fuente):
-    return set(re.findall(r'^\.B \\-(\w+)$', lee(f'{fuente}/man/ondalis.1').split('.SH OPCIONES')[1].split('.SH')[0],
+    return set(re.findall(r'^\.BI? \\-(\w+)(?: ".*")?$', lee(f'{fuente}/man/ondalis.1').split('.SH OPCIONES')[1].split('.SH')[0],
                           re.M))
 
 
@@ -163,9 +163,11 @@ def completa_bash(raiz, *palabras):
 @regla
 def los_completados_ofrecen_las_opciones_del_manual_y_una_vez(obra, fuente):
     opciones = opciones_del_manual(fuente)
-    assert {'help', 'clear', 'nosapi5'} <= opciones, opciones
+    assert {'help', 'clear', 'nosapi5', 'filetxt', 'outputfile'} <= opciones, opciones
     with instalacion(obra) as raiz:
-        assert completa_bash(raiz, 'ondalis', '') == {'-' + o for o in opciones}
+        # Without a hyphen files are offered too.
+        assert {o for o in completa_bash(raiz, 'ondalis', '') if o.startswith('-')} == {'-' + o for o in opciones}
+        assert '-filetxt' not in completa_bash(raiz, 'ondalis', '-filetxt', '')
         assert completa_bash(raiz, 'ondalis', '-n') == {'-nosapi5'}
         assert completa_bash(raiz, 'ondalis', '-CLEAR', '-') == {'-' + o for o in opciones - {'clear'}}
         fish = corre('fish', '--no-config', '-c',

@@ -98,21 +98,6 @@ def sin_pantalla_el_lector_lo_dice_y_termina():
 
 
 @caso
-def una_linea_de_lote_da_un_error_y_ninguna_ventana_tambien_junto_al_lector():
-    with Banco() as b:
-        for argumentos in (['hola'], ['-filetxt', '/etc/hostname'], ['/etc/hostname'], ['-nosapi5', 'hola']):
-            for entorno in (b.escritorio.entorno, _sin_pantalla(b)):
-                p = _lanza(b, *argumentos, entorno=entorno)
-                salida, error = p.communicate(timeout=10)
-                assert p.returncode == 1 and b'ondalis: ' in error and salida == b'', (argumentos, p.returncode, error)
-        assert not ventanas(b)
-        b.sigue_vivo()
-        with open(os.path.join(b.escritorio.carpeta, 'state/ondalis/Ondalis.log'), encoding='utf-8') as f:
-            diario = f.read()
-        assert 'EjecutaLineaComandos' in diario and 'hola' not in diario
-
-
-@caso
 def clear_restaura_los_ajustes_y_el_lector_arranca():
     with Banco(arranca=False, ajustes={'TeclasRapidas': {'X': '1'}, 'Voz': {'Velocidad': '300'}}) as b:
         arranques = os.path.join(b.escritorio.entorno['XDG_CONFIG_HOME'], 'autostart')
