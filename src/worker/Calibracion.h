@@ -6,7 +6,7 @@
 namespace ondalis {
 
 struct Ritmo {
-    int nominal = 175;    // espeakRATE, 80 to 449
+    int nominal = 175;    // espeakRATE, 85 to 449
     double estirado = 1;  // what the engine makes is brought to 1/estirado of its length; 0.25 to 1.5
 };
 
