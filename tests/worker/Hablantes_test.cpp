@@ -70,8 +70,9 @@ TEST_F(Hablantes, EachSpeaksAtItsOwnPitchAndIsAVoiceAndNoNoise) {
     }
 }
 
-// A listener tells two voices apart from a tenth of pitch, a twentieth of formants and two decibels of noise on.
-TEST_F(Hablantes, AnyTwoVoicesOfALanguageDifferClearlyInAtLeastTwoOfPitchFormantsAndNoise) {
+// In steps that a listener tells apart without trying: a tenth of pitch, a twentieth of formants, 1.2 dB of noise.
+TEST_F(Hablantes, AnyTwoVoicesOfALanguageDifferClearlyInPitchFormantsAndNoise) {
+    double menos = 100;
     for (const Uno &a : s_voces)
         for (const Uno &b : s_voces) {
             if (&a >= &b || a.hablante->lengua != b.hablante->lengua) continue;
@@ -79,10 +80,12 @@ TEST_F(Hablantes, AnyTwoVoicesOfALanguageDifferClearlyInAtLeastTwoOfPitchFormant
             const double formantes =
                 std::abs(std::log2(DesplazamientoDeFormantes(a.medida, b.medida))) / std::log2(1.05);
             const double ruido = std::abs(a.medida.armonia - b.medida.armonia) / 1.2;
-            EXPECT_GE((tono >= 1) + (formantes >= 1) + (ruido >= 1), 2)
-                << a.hablante->nombre << " and " << b.hablante->nombre << ": " << tono << ' ' << formantes << ' '
-                << ruido;
+            menos = std::min(menos, tono + formantes + ruido);
+            EXPECT_GE(tono, 1) << a.hablante->nombre << " and " << b.hablante->nombre;
+            EXPECT_GE(tono + formantes + ruido, 3) << a.hablante->nombre << " and " << b.hablante->nombre << ": "
+                                                   << tono << ' ' << formantes << ' ' << ruido;
         }
+    RecordProperty("least", std::to_string(menos));
 }
 
 TEST_F(Hablantes, WomenStandAboveMenChildrenAboveBothAndTheOldBelowTheYoung) {
