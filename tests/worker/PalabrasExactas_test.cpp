@@ -43,20 +43,24 @@ TEST(PalabrasExactas, TheSampleOfAWordIsWhereItsSoundBeginsAtEverySpeedAndRoughn
 TEST(PalabrasExactas, InStretchedAndShortenedSpeechTheWordsKeepTheirPlaceInProportion) {
     const std::u16string texto =
         u"uno dos tres cuatro cinco seis siete ocho nueve diez once doce trece catorce quince dieciséis y uno más aún";
-    const auto partes = [&texto](int velocidad) {
+    // Parts of the whole.
+    const auto partes = [&texto](int velocidad, double &segundos) {
         ParametrosVoz voz = Carlos();
         voz.velocidad = velocidad;
         const Oido oido = DiFresco(ONDALIS_MOTOR, Una(voz, texto));
-        std::vector<double> ms;
-        for (const TramaPalabra &p : oido.palabras) ms.push_back(static_cast<double>(p.muestra) / 22.05 * velocidad);
-        return ms;
+        segundos = static_cast<double>(oido.pcm.size()) / 22050;
+        std::vector<double> donde;
+        for (const TramaPalabra &p : oido.palabras)
+            donde.push_back(static_cast<double>(p.muestra) / static_cast<double>(oido.pcm.size()));
+        return donde;
     };
-    // Both pairs have one speed of the engine and differ by our own stretching alone.
+    // Each pair has one speed of the engine and differs by our own stretching alone.
     for (const auto &[propia, nuestra] : {std::pair{91, 70}, std::pair{418, 450}}) {
-        const auto a = partes(propia), b = partes(nuestra);
+        double segundos = 0, otros = 0;
+        const auto a = partes(propia, otros), b = partes(nuestra, segundos);
         ASSERT_EQ(a.size(), 20u);
         ASSERT_EQ(b.size(), a.size());
-        for (std::size_t i = 0; i < a.size(); i++) EXPECT_NEAR(a[i] / nuestra, b[i] / nuestra, 50) << i;
+        for (std::size_t i = 0; i < a.size(); i++) EXPECT_NEAR(a[i] * segundos, b[i] * segundos, .03) << i;
     }
 }
 
