@@ -158,13 +158,13 @@ private:
 
 bool Llena(const Caracter &c) { return c.clase == Clase::Propio && EsDePalabra(c.c); }
 
-// A sign between two word characters that keeps them in one word: 12.345, a@b.es, rojo-verde, L'homme.
+// A sign between two word characters that keeps them in one word, of the engine too: 12.345, a@b.es, rojo-verde, y?z=1.
 bool Une(const std::vector<Caracter> &v, std::size_t i) {
     if (v[i].clase == Clase::Anadido) return true;
     if (v[i].clase != Clase::Propio || i + 1 >= v.size()) return false;
     std::size_t j = i + 1;
     if (v[j].clase == Clase::Anadido) j++;
-    return std::u32string_view(U".,:'’-‐‑_·").find(v[i].c) != std::u32string_view::npos && j < v.size() && Llena(v[j]);
+    return std::u32string_view(U".,:'’-‐‑_·?").find(v[i].c) != std::u32string_view::npos && j < v.size() && Llena(v[j]);
 }
 
 // Behind a word with one full stop, be it an abbreviation's or a sign's name's, and blanks.
