@@ -6,8 +6,8 @@
 namespace ondalis {
 
 struct Ritmo {
-    int nominal = 175;    // espeakRATE, 80 to 449
-    double estirado = 1;  // below 1: what the engine makes is stretched to 1/estirado of its length
+    int nominal = 175;    // espeakRATE, 85 to 449
+    double estirado = 1;  // what the engine makes is brought to 1/estirado of its length; 0.25 to 1.5
 };
 
 // `idiomaMotor` is the language file ("roa/es").

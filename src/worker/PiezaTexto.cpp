@@ -158,18 +158,25 @@ private:
 
 bool Llena(const Caracter &c) { return c.clase == Clase::Propio && EsDePalabra(c.c); }
 
-// A sign between two word characters that keeps them in one word: 12.345, a@b.es, rojo-verde, L'homme.
+// A sign between two word characters that keeps them in one word, of the engine too: 12.345, a@b.es, rojo-verde, y?z=1.
 bool Une(const std::vector<Caracter> &v, std::size_t i) {
     if (v[i].clase == Clase::Anadido) return true;
     if (v[i].clase != Clase::Propio || i + 1 >= v.size()) return false;
     std::size_t j = i + 1;
     if (v[j].clase == Clase::Anadido) j++;
-    return std::u32string_view(U".,:'’-‐‑_·").find(v[i].c) != std::u32string_view::npos && j < v.size() && Llena(v[j]);
+    return std::u32string_view(U".,:'’-‐‑_·?").find(v[i].c) != std::u32string_view::npos && j < v.size() && Llena(v[j]);
 }
 
+// Behind a word with one full stop, be it an abbreviation's or a sign's name's, and blanks.
 bool TrasAbreviatura(const std::vector<Caracter> &v, std::size_t inicio) {
-    if (inicio < 3 || v[inicio - 1].c != U' ' || v[inicio - 2].c != U'.' || !Llena(v[inicio - 3])) return false;
-    for (std::size_t i = inicio - 2; i > 0 && !EsBlanco(v[i - 1].c); i--)
+    std::size_t i = inicio;
+    while (i > 0 && EsBlanco(v[i - 1].c)) i--;
+    if (i == inicio) return false;
+    while (i > 0 && std::u32string_view(U",;:").find(v[i - 1].c) != kNinguno) i--;
+    const std::size_t fin = i;
+    while (i > 0 && v[i - 1].c == U'.') i--;
+    if (i == fin || i == 0 || !EsDePalabra(v[i - 1].c)) return false;
+    for (; i > 0 && !EsBlanco(v[i - 1].c); i--)
         if (v[i - 1].c == U'.') return false;
     return true;
 }
@@ -180,7 +187,7 @@ std::vector<Ficha> BuscaFichas(const std::vector<Caracter> &v, std::u16string_vi
     while (i < v.size()) {
         const auto posicion = static_cast<std::uint32_t>(i);
         if (v[i].clase == Clase::Suelto) {
-            fichas.push_back({posicion, posicion, v[i].indice, v[i].indice + 1, false});
+            fichas.push_back({posicion, posicion, v[i].indice, v[i].indice + 1, TrasAbreviatura(v, i)});
             i++;
             continue;
         }

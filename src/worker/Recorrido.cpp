@@ -16,6 +16,8 @@ double Dentro(double valor, double minimo, double maximo, double siNo) {
     return std::isnan(valor) ? siNo : std::clamp(valor, minimo, maximo);
 }
 
+double Valor(double valor, double siNo) { return Dentro(valor, 0, 100, siNo); }
+
 double Nuevo(const Tramo &tramo, double propio) { return tramo.absoluto ? tramo.valor : propio * tramo.valor; }
 
 }  // namespace
@@ -34,6 +36,10 @@ Recorrido::Recorrido(const Locucion &locucion) : m_locucion(locucion), m_alcanza
     m_estado.velocidad = std::clamp(v.velocidad, 1, 2000);
     m_estado.ganancia = Dentro(v.ganancia, 0, 1, 1);
     m_estado.tono = std::clamp(v.tono, 1, 2000);
+    m_estado.fluctuacion = Valor(v.fluctuacion, 0);
+    m_estado.aspereza = Valor(v.aspereza, 0);
+    m_estado.diafonia = Valor(v.diafonia, 0);
+    m_estado.tamCabeza = Valor(v.tamCabeza, 0);
     m_estado.voz = v.voz;
 }
 
@@ -88,6 +94,10 @@ void Recorrido::Aplica(const Tramo &tramo) {
         case TipoTramo::Deletreo: m_estado.deletreo = tramo.valor != 0; break;
         case TipoTramo::Puntuacion: m_estado.puntuacion = tramo.valor != 0; break;
         case TipoTramo::Enfasis: m_estado.enfasis = tramo.valor != 0; break;
+        case TipoTramo::Fluctuacion: m_estado.fluctuacion = Valor(tramo.valor, m_estado.fluctuacion); break;
+        case TipoTramo::Aspereza: m_estado.aspereza = Valor(tramo.valor, m_estado.aspereza); break;
+        case TipoTramo::Diafonia: m_estado.diafonia = Valor(tramo.valor, m_estado.diafonia); break;
+        case TipoTramo::TamCabeza: m_estado.tamCabeza = Valor(tramo.valor, m_estado.tamCabeza); break;
         default: break;
     }
 }

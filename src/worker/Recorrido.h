@@ -10,9 +10,10 @@ namespace ondalis {
 
 // What holds for a stretch of text.
 struct EstadoHabla {
-    double velocidad = 170;  // words a minute
-    double ganancia = 1;     // linear, 0 to 1
-    double tono = 100;       // hertz
+    double velocidad = 170;                                               // words a minute
+    double ganancia = 1;                                                  // linear, 0 to 1
+    double tono = 100;                                                    // hertz
+    double fluctuacion = 50, aspereza = 0, diafonia = 0, tamCabeza = 50;  // 0 to 100; of a formant voice
     std::string voz;
     std::string idioma;  // BCP 47; empty: the voice's own
     bool deletreo = false, puntuacion = false, enfasis = false;

@@ -1,6 +1,7 @@
 #include "worker/VozFormantes.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <initializer_list>
@@ -45,10 +46,26 @@ std::pair<int, int> TonoDelFichero(std::string_view idioma) {
     return tono;
 }
 
+// What a language's melody and sounds make of the same values, against Spanish.
+struct Particular {
+    std::string_view idioma;
+    double tono;   // factor that brings the mean pitch back to what was asked for
+    double nivel;  // decibels
+};
+constexpr std::array kParticulares{
+    Particular{"gmw/en-US", 1.02, 0}, Particular{"gmw/en", 1.02, 1}, Particular{"roa/fr", 1.045, -.2},
+    Particular{"gmw/de", 1.04, .75},  Particular{"roa/it", 1.05, 0},
+};
+
+Particular ParticularDe(std::string_view idiomaMotor) {
+    const auto propio = std::find_if(kParticulares.begin(), kParticulares.end(),
+                                     [idiomaMotor](const Particular &p) { return p.idioma == idiomaMotor; });
+    return propio == kParticulares.end() ? Particular{"", 1, 0} : *propio;
+}
+
 }  // namespace
 
-// The laws below were measured on eSpeak NG 1.51: mean pitch within 1 % in Spanish, 2 % in English and French, 5 % in
-// German and Italian.
+// The laws below were measured on eSpeak NG 1.51: median pitch within 1 % in Spanish.
 std::string TextoDeVoz(std::string_view idioma, const ValoresFormantes &valores) {
     const double h = std::clamp(valores.tono, 30, 500);
     const double f = std::clamp(valores.fluctuacion, 0, 100);
@@ -73,6 +90,23 @@ std::string TextoDeVoz(std::string_view idioma, const ValoresFormantes &valores)
         for (int n = 0; n <= 8; n++) Linea(texto, "formant", {static_cast<double>(n), k, -1, -1});
     return texto;
 }
+
+// Loudness weighted as the ear does, measured over the ranges of the values: the voice by its periods, the breath by
+// their square, both shifted by the formants.
+double GananciaDeVoz(const ValoresFormantes &valores, std::string_view idiomaMotor) {
+    constexpr double kSonoridad = -24.5;  // decibels below the full scale, at which the strongest peaks fit
+    constexpr double kTonoMedido = 106, kCabezaMedida = 50;
+    const double octavas = std::log10(std::clamp(valores.tono, 30, 500) / kTonoMedido);
+    const double cabeza = std::clamp(valores.tamCabeza, 0, 100) - kCabezaMedida;
+    const double y = std::clamp(valores.diafonia, 0, 100) / 100.;
+    const double voz = -29.6 + 10 * octavas + .02 * cabeza + 20 * std::log10(1 - .7 * y);
+    const double soplo = -32.4 + 20 * octavas - .055 * cabeza + 20 * std::log10(std::max(y, 1e-6));
+    const double junto = 10 * std::log10(std::pow(10, voz / 10) + std::pow(10, soplo / 10));
+    const double aspera = -.014 * std::clamp(valores.aspereza, 0, 100);
+    return std::pow(10, (kSonoridad - junto - aspera - ParticularDe(idiomaMotor).nivel) / 20);
+}
+
+double TonoDelMotor(double tono, std::string_view idiomaMotor) { return tono * ParticularDe(idiomaMotor).tono; }
 
 // The engine's own pitch parameter is no ratio: half an octave up on its scale gives 1.3 instead of 1.5.
 std::string TextoDeVozLlana(std::string_view idioma, double factor) {

@@ -15,6 +15,12 @@ struct ValoresFormantes {
 // `idioma` is the whole text of the language file.
 std::string TextoDeVoz(std::string_view idioma, const ValoresFormantes &valores);
 
+// The pitch that the voice's text must name in a language so that `tono` hertz are heard.
+double TonoDelMotor(double tono, std::string_view idiomaMotor);
+
+// What the engine's sound of such a voice is multiplied by, so that all are about equally loud.
+double GananciaDeVoz(const ValoresFormantes &valores, std::string_view idiomaMotor);
+
 // A plain voice whose pitch is `factor` times its own. At 1 the language file as it is.
 std::string TextoDeVozLlana(std::string_view idioma, double factor);
 

@@ -1,4 +1,5 @@
-// Stretches speech without changing its pitch, below the slowest speed of the engine. One object a stretch of sound.
+// Stretches or shortens speech without changing its pitch, beyond the slowest and the fastest speed of the engine. One
+// object a stretch of sound.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +12,7 @@ namespace ondalis {
 
 class cEstirador {
 public:
-    // `factor` below 1: n samples become n / factor, within a pitch period.
+    // n samples become n / factor, within a pitch period.
     cEstirador(int hercios, double factor);
     ~cEstirador();
     cEstirador(const cEstirador &) = delete;

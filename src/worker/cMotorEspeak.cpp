@@ -14,6 +14,7 @@
 #include "worker/PiezaTexto.h"
 #include "worker/Seguidor.h"
 #include "worker/VozFormantes.h"
+#include "worker/cAspereza.h"
 #include "worker/cEstirador.h"
 
 namespace ondalis {
@@ -22,7 +23,9 @@ namespace {
 
 constexpr double kTonoLlano = 100;  // hertz of a request that stand for a plain voice's own pitch
 constexpr int kMsBloque = 50;       // of sound in one callback: what a stop waits for at most
-constexpr int kVolumenMotor = 90;   // the highest at which no voice clips; the gain is ours
+// The engine's own volume: the highest at which no plain voice clips, and one that leaves room for the strongest
+// formant voice. The gain is ours.
+constexpr int kVolumenLlana = 90, kVolumenFormantes = 45;
 constexpr double kPausaLetra = 60;  // milliseconds between spelled letters at 170 words a minute
 
 // What a stressed stretch changes.
@@ -36,6 +39,22 @@ bool AcabaFrase(std::string_view texto) {
     return ultimo != std::string_view::npos && std::string_view(".!?:;").find(texto[ultimo]) != std::string_view::npos;
 }
 
+ValoresFormantes ValoresDe(const EstadoHabla &estado) {
+    const double fluctuacion = estado.fluctuacion + (estado.enfasis ? kEnfasisFluctuacion : 0);
+    const double tono = estado.tono * (estado.enfasis ? kEnfasisTono : 1);
+    const auto entero = [](double valor) { return static_cast<int>(std::lround(valor)); };
+    return {entero(tono), std::min(100, entero(fluctuacion)), entero(estado.aspereza), entero(estado.diafonia),
+            entero(estado.tamCabeza)};
+}
+
+// Linear up to the knee, then ever flatter and never at the limit.
+std::int16_t Redondeada(double m) {
+    constexpr double kCodo = 27000, kResto = 32600 - kCodo;
+    const double fuerza = std::abs(m);
+    if (fuerza > kCodo) m = std::copysign(kCodo + kResto * (1 - std::exp((kCodo - fuerza) / kResto)), m);
+    return static_cast<std::int16_t>(std::lround(m));
+}
+
 }  // namespace
 
 // The utterance under way, as the callback sees it.
@@ -47,6 +66,7 @@ struct cMotorEspeak::Vuelo {
     double estirado = 1;
     double velocidad = 170;
     bool vivo = true;
+    cAspereza aspereza{hercios};
 
     // Of the piece under way.
     const Tramo *tramo = nullptr;
@@ -54,6 +74,7 @@ struct cMotorEspeak::Vuelo {
     cEstirador *estirador = nullptr;
     std::uint64_t base = 0;  // its first sample
     std::vector<std::int16_t> bloque = {};
+    std::vector<float> flotante = {};
 
     bool Palabra(std::uint64_t muestra, std::size_t inicio, std::size_t fin) {
         const std::uint32_t posicion = Origen(*tramo, inicio);
@@ -65,10 +86,15 @@ struct cMotorEspeak::Vuelo {
 
     static int Devolucion(short *muestras, int n, espeak_EVENT *eventos);
 
+    // What the engine made becomes what is heard: rougher, at its gain, and rounded where it would clip.
+    void Acaba() {
+        flotante.assign(bloque.begin(), bloque.end());
+        aspereza.Pasa(flotante);
+        for (std::size_t i = 0; i < bloque.size(); i++) bloque[i] = Redondeada(flotante[i] * ganancia);
+    }
+
     bool Pcm() {
-        if (ganancia != 1)
-            for (std::int16_t &m : bloque)
-                m = static_cast<std::int16_t>(std::clamp<long>(std::lround(m * ganancia), -32768, 32767));
+        Acaba();
         muestras += bloque.size();
         vivo = vivo && (bloque.empty() || emisor.Pcm(bloque.data(), bloque.size()));
         bloque.clear();
@@ -152,14 +178,13 @@ bool cMotorEspeak::EligeVoz(const ParametrosVoz &voz, const EstadoHabla &estado)
         if (auto otro = m_lenguas.DeIdioma(estado.idioma)) identificador = otro;
     if (!identificador) return false;
     const std::string &idioma = m_lenguas.Texto(*identificador);
-    const double tono = estado.tono * (estado.enfasis ? kEnfasisTono : 1);
     std::string texto;
     if (voz.formantes) {
-        const int fluctuacion = std::min(100, voz.fluctuacion + (estado.enfasis ? kEnfasisFluctuacion : 0));
-        texto = TextoDeVoz(
-            idioma, {static_cast<int>(std::lround(tono)), fluctuacion, voz.aspereza, voz.diafonia, voz.tamCabeza});
+        ValoresFormantes valores = ValoresDe(estado);
+        valores.tono = static_cast<int>(std::lround(TonoDelMotor(valores.tono, *identificador)));
+        texto = TextoDeVoz(idioma, valores);
     } else {
-        texto = TextoDeVozLlana(idioma, tono / kTonoLlano);
+        texto = TextoDeVozLlana(idioma, estado.tono * (estado.enfasis ? kEnfasisTono : 1) / kTonoLlano);
     }
     if (!CargaVoz(texto)) return false;
     m_idioma = *identificador;
@@ -183,10 +208,10 @@ bool cMotorEspeak::CargaVoz(const std::string &texto) {
 }
 
 // All of them before each stretch: whatever the engine keeps from the one before is undone.
-void cMotorEspeak::PonParametros(const EstadoHabla &estado, int nominal) {
+void cMotorEspeak::PonParametros(const EstadoHabla &estado, bool formantes, int nominal) {
     const bool conSignos = estado.puntuacion && LenguaDeSignos(m_idioma) == LenguaSignos::Ninguna;
     espeak_SetParameter(espeakRATE, nominal, 0);
-    espeak_SetParameter(espeakVOLUME, kVolumenMotor, 0);
+    espeak_SetParameter(espeakVOLUME, formantes ? kVolumenFormantes : kVolumenLlana, 0);
     espeak_SetParameter(espeakPITCH, 50, 0);
     espeak_SetParameter(espeakRANGE, 50, 0);
     espeak_SetParameter(espeakPUNCTUATION, conSignos ? espeakPUNCT_ALL : espeakPUNCT_NONE, 0);
@@ -201,9 +226,13 @@ bool cMotorEspeak::DiceTexto(const Locucion &locucion, const Paso &paso, const E
     vuelo.velocidad = velocidad;
     vuelo.estirado = ritmo.estirado;
     vuelo.ganancia = estado.ganancia * (estado.enfasis ? kEnfasisGanancia : 1);
+    if (locucion.voz.formantes) {
+        vuelo.ganancia *= GananciaDeVoz(ValoresDe(estado), m_idioma);
+        vuelo.aspereza.Pon(estado.aspereza);
+    }
     vuelo.tramo = paso.tramo;
     if (estado.deletreo) {
-        PonParametros(estado, ritmo.nominal);
+        PonParametros(estado, locucion.voz.formantes, ritmo.nominal);
         return Deletrea(paso, vuelo);
     }
     const OpcionesPieza opciones{LenguaDeSignos(m_idioma), locucion.voz.formantes, estado.puntuacion};
@@ -214,7 +243,7 @@ bool cMotorEspeak::DiceTexto(const Locucion &locucion, const Paso &paso, const E
         // Something follows in the utterance: the pause at the end of a sentence is made.
         const bool sigue = i < texto.size() || paso.tramo != &locucion.tramos.back();
         if (!pieza.hablable) continue;
-        PonParametros(estado, ritmo.nominal);
+        PonParametros(estado, locucion.voz.formantes, ritmo.nominal);
         DicePieza(pieza, sigue, vuelo);
     }
     return vuelo.vivo;
@@ -223,7 +252,7 @@ bool cMotorEspeak::DiceTexto(const Locucion &locucion, const Paso &paso, const E
 bool cMotorEspeak::DicePieza(const Pieza &pieza, bool sigue, Vuelo &vuelo) {
     Seguidor seguidor(pieza.fichas);
     std::optional<cEstirador> estirador;
-    if (vuelo.estirado < 1) estirador.emplace(vuelo.hercios, vuelo.estirado);
+    if (vuelo.estirado != 1) estirador.emplace(vuelo.hercios, vuelo.estirado);
     vuelo.seguidor = &seguidor;
     vuelo.estirador = estirador ? &*estirador : nullptr;
     vuelo.base = vuelo.muestras;

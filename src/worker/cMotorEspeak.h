@@ -24,7 +24,7 @@ private:
     bool Inicia();
     bool EligeVoz(const ParametrosVoz &voz, const EstadoHabla &estado);
     bool CargaVoz(const std::string &texto);
-    void PonParametros(const EstadoHabla &estado, int nominal);
+    void PonParametros(const EstadoHabla &estado, bool formantes, int nominal);
     bool DiceTexto(const Locucion &locucion, const Paso &paso, const EstadoHabla &estado, Vuelo &vuelo);
     bool DicePieza(const Pieza &pieza, bool sigue, Vuelo &vuelo);
     bool Deletrea(const Paso &paso, Vuelo &vuelo);

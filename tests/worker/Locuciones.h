@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "engine/HablantesIBM.h"
 #include "engine/Locucion.h"
 #include "worker/Trabajador.h"
 
@@ -37,6 +38,9 @@ inline Tramo Nombrado(TipoTramo tipo, std::u16string texto) {
 }
 
 inline ParametrosVoz Carlos() { return {"espeak", "roa/es", true, 170, 1.0, 105, 50, 0, 0, 50}; }
+inline ParametrosVoz ConSusValores(const HablanteIBM &h) {
+    return {h.motor, h.idioma, true, 170, 1.0, h.tono, h.fluctuacion, h.aspereza, h.diafonia, h.tamCabeza};
+}
 inline ParametrosVoz Llana(std::string voz) { return {"espeak", std::move(voz), false, 170, 1.0, 100, 50, 0, 0, 50}; }
 
 inline Locucion Una(ParametrosVoz voz, std::vector<Tramo> tramos) {

@@ -139,5 +139,18 @@ TEST(PiezaTexto, BlankAndSilentTextIsNotSpeakable) {
     EXPECT_TRUE(HazPieza(u" . ", 0, {LenguaSignos::Espanol, true, false}).hablable);
 }
 
+TEST(PiezaTexto, AWordBehindAFullStopIsMarkedWhateverBlanksAndSignsStandBetween) {
+    const auto marcadas = [](std::u16string_view texto, const OpcionesPieza &opciones = {}) {
+        std::vector<bool> marcas;
+        for (const Ficha &f : HazPieza(texto, 0, opciones).fichas) marcas.push_back(f.trasAbreviatura);
+        return marcas;
+    };
+    EXPECT_EQ(marcadas(u"p. ej., pagó"), (std::vector<bool>{false, true, true}));
+    EXPECT_EQ(marcadas(u"fin.   otro etc.: dos"), (std::vector<bool>{false, true, false, true}));
+    EXPECT_EQ(marcadas(u"EE.UU. dice a, b"), (std::vector<bool>{false, false, false, false}));
+    EXPECT_EQ(marcadas(u"a   .  b   ;  c", {LenguaSignos::Espanol, true, false}),
+              (std::vector<bool>{false, false, true, false, false}));
+}
+
 }  // namespace
 }  // namespace ondalis

@@ -68,6 +68,26 @@ TEST(Recorrido, AStartBehindEverythingSpeaksNothing) {
     EXPECT_FALSE(Recorrido(l).Siguiente());
 }
 
+TEST(Recorrido, TheFourValuesOfAFormantVoiceAreTheVoicesUntilATagAndTagsBeforeTheStartActToo) {
+    ParametrosVoz voz = Carlos();
+    voz.fluctuacion = 11, voz.aspereza = 22, voz.diafonia = 33, voz.tamCabeza = 44;
+    Locucion l = Una(voz, {Texto(u"a", 0), Orden(TipoTramo::Fluctuacion, 1, true), Orden(TipoTramo::Aspereza, 2, true),
+                           Orden(TipoTramo::Diafonia, 3), Orden(TipoTramo::TamCabeza, 400, true), Texto(u"b", 50)});
+    Recorrido r(l);
+    ASSERT_TRUE(r.Siguiente());
+    EXPECT_EQ(r.Estado().fluctuacion, 11);
+    EXPECT_EQ(r.Estado().aspereza, 22);
+    EXPECT_EQ(r.Estado().diafonia, 33);
+    EXPECT_EQ(r.Estado().tamCabeza, 44);
+    l.desde = 50;
+    Recorrido desde(l);
+    ASSERT_TRUE(desde.Siguiente());
+    EXPECT_EQ(desde.Estado().fluctuacion, 1);
+    EXPECT_EQ(desde.Estado().aspereza, 2);
+    EXPECT_EQ(desde.Estado().diafonia, 3);
+    EXPECT_EQ(desde.Estado().tamCabeza, 100);
+}
+
 TEST(Recorrido, AbsurdValuesDoNoHarm) {
     const double nada = std::numeric_limits<double>::quiet_NaN(), infinito = std::numeric_limits<double>::infinity();
     ParametrosVoz voz = Carlos();
