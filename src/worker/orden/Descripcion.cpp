@@ -159,6 +159,10 @@ Toma TomaDeMotor(Descripcion &d, std::string_view clave, std::string_view v) {
     if (clave == "plazo-primera-ms") return Resultado(Numero(v, 50u, 55000u, d.plazoPrimeraMs));
     if (clave == "plazo-ms") return Resultado(Numero(v, 50u, 55000u, d.plazoMs));
     if (clave == "max-caracteres") return Resultado(Numero(v, 20u, 1500u, d.maxCaracteres));
+    if (clave == "primera-corta")
+        return Resultado(
+            Uno(v, std::array{std::pair{std::string_view("si"), true}, std::pair{std::string_view("no"), false}},
+                d.primeraCorta));
     if (clave == "ficheros") return Resultado(Lista(v, d.ficheros));
     return Toma::Desconocida;
 }

@@ -48,6 +48,7 @@ struct Descripcion {
     std::uint32_t plazoPrimeraMs = 5000;  // to the first byte of a piece
     std::uint32_t plazoMs = 15000;        // to its last one
     std::uint32_t maxCaracteres = 300;    // of the text in one call
+    bool primeraCorta = false;            // the first call ends at a clause: sooner heard, worse melody
     std::vector<std::string> ficheros;    // must exist, for all voices
     std::vector<VozOrden> voces;
     std::optional<ModelosOrden> modelos;

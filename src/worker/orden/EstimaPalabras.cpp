@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <limits>
 #include <string>
+#include <utility>
 
 #include "worker/Caracteres.h"
 
@@ -12,13 +13,36 @@ namespace ondalis {
 
 namespace {
 
-// Measured against eSpeak NG 1.51's own word times in Spanish, English, French, German and Italian; in milliseconds at
-// a normal pace, but only their proportions count.
-constexpr double kPesoPropio = 30, kPesoNucleo = 75, kPesoConsonante = 55;
-constexpr double kPesoCifra = 330;        // a digit is read as a word, or nearly
-constexpr double kPesoSigla = 230;        // a letter of "PDF"
-constexpr double kPesoEnteraTotal = 200;  // a character of a script without our letters: a syllable
-constexpr double kAlargaFinal = 1.15;     // of the last word before a pause
+// How words last in a language, in milliseconds at a normal pace; only their proportions count. Fitted to eSpeak
+// NG 1.51's own word times.
+struct Ritmo {
+    double propio, nucleo, vocal, consonante;  // a word; its vowel groups; their further vowels; its consonants
+    double corta;                              // off a word of up to three letters
+};
+constexpr Ritmo kRitmoEspanol{25, 70, 65, 61, 0};
+constexpr Ritmo kRitmoIngles{150, 71, 8, 54, 60};
+constexpr Ritmo kRitmoAleman{103, 72, 6, 40, 49};
+constexpr Ritmo kRitmoFrances{30, 113, 42, 28, 14};
+constexpr Ritmo kRitmoItaliano{20, 40, 78, 79, 10};
+constexpr Ritmo kRitmoOtro{83, 63, 37, 56, 48};
+
+const Ritmo &RitmoEn(LenguaSignos lengua) {
+    switch (lengua) {
+        case LenguaSignos::Espanol: return kRitmoEspanol;
+        case LenguaSignos::InglesBritanico:
+        case LenguaSignos::InglesAmericano: return kRitmoIngles;
+        case LenguaSignos::Aleman: return kRitmoAleman;
+        case LenguaSignos::Frances: return kRitmoFrances;
+        case LenguaSignos::Italiano: return kRitmoItaliano;
+        default: return kRitmoOtro;
+    }
+}
+
+constexpr double kPesoCifra = 230;  // of a number of one digit
+constexpr double kPesoSigla = 230;  // a letter of "PDF"
+constexpr double kPesoMinimo = 60, kPesoAtona = 172;
+constexpr double kPesoAncho = 200;     // a character of a script without our letters: a syllable
+constexpr double kAlargaFinal = 1.15;  // of the last word before a pause
 
 constexpr double kMsTrama = 5;
 constexpr double kMsSilencio = 45;    // shorter ones belong to consonants
@@ -31,6 +55,22 @@ constexpr double kDesvioMs = 60, kDesvioRelativo = .09;
 constexpr double kSinSigno = 3;          // a silence between words without a sign
 constexpr double kSilencioSuelto = .02;  // a millisecond of a silence that belongs to no gap
 constexpr double kHuecoSuelto = 2.5;     // a sign without a silence
+
+// English words that are said in passing.
+bool EsAtona(std::u32string_view texto) {
+    constexpr std::u32string_view kAtonas =
+        U" the a an of to and in is it its was for on at as by or be he i you that with this but from his her had are "
+        U"not has have were would will can some any she we they my your our their if so ";
+    std::u32string palabra = U" ";
+    for (const char32_t c : texto) {
+        if (!EsAlfanumerico(c)) break;
+        palabra += c >= U'A' && c <= U'Z' ? c - U'A' + U'a' : c;
+    }
+    palabra += U' ';
+    return palabra.size() > 2 && kAtonas.find(palabra) != std::u32string_view::npos;
+}
+
+constexpr double kMsValle = 40, kMsAntes = 30;
 
 bool EsVocal(char32_t c) {
     return std::u32string_view(U"aeiouyáéíóúàèìòùâêîôûäëïöüãõåæøœýÿAEIOUYÁÉÍÓÚÀÈÌÒÙÂÊÎÔÛÄËÏÖÜÃÕÅÆØŒ").find(c) !=
@@ -56,6 +96,26 @@ std::u32string DeUtf8(std::string_view utf8) {
     return salida;
 }
 
+// Numbers as they are read: by thousands, hundreds, tens.
+double PesoDeCifras(std::u32string_view texto) {
+    double peso = 0;
+    for (std::size_t i = 0; i < texto.size();) {
+        std::size_t fin = i;
+        while (fin < texto.size() && EsCifra(texto[fin])) fin++;
+        for (std::size_t quedan = fin - i; quedan > 0; quedan--, i++) {
+            const int cifra = static_cast<int>(texto[i] - U'0');
+            const std::size_t lugar = quedan % 3;  // 0: hundreds, 2: tens, 1: units
+            if (lugar == 2 && cifra == 1 && texto[i + 1] < U'6')
+                peso += kPesoCifra * .3;  // eleven, twelve: with the unit one word
+            else if (cifra != 0)
+                peso += kPesoCifra * (lugar == 0 ? 1.7 : lugar == 2 ? 1.6 : 1);
+            if (lugar == 1 && quedan > 1) peso += kPesoCifra;
+        }
+        i = fin + (fin < texto.size() ? 1 : 0);
+    }
+    return peso;
+}
+
 struct Silencio {
     double inicio = 0, fin = 0;  // samples
     double medio = 0;            // its place on the axis of sound without silences
@@ -64,6 +124,8 @@ struct Silencio {
 // Where sound begins and ends, and its silences; all in samples.
 struct Perfil {
     double inicio = 0, fin = 0, sonoro = 0;
+    double paso = 1;            // samples of a frame
+    std::vector<double> nivel;  // of each frame
     std::vector<Silencio> silencios;
 };
 
@@ -103,7 +165,23 @@ Perfil HazPerfil(std::span<const std::int16_t> x, double hercios) {
         perfil.silencios.push_back({a, b, ultimo + a - antes});
         perfil.sonoro -= b - a;
     }
+    perfil.paso = static_cast<double>(paso);
+    perfil.nivel = std::move(nivel);
     return perfil;
+}
+
+// The quietest moment near `donde`: words begin at the consonants between louder vowels.
+double Valle(const Perfil &p, double donde, double ms) {
+    const double ancho = kMsValle * ms / p.paso, centro = donde / p.paso;
+    double mejor = std::numeric_limits<double>::infinity(), hallado = donde;
+    for (double i = std::ceil(centro - ancho); i <= centro + ancho; i++) {
+        if (i < 1 || i + 1 >= static_cast<double>(p.nivel.size())) continue;
+        const auto k = static_cast<std::size_t>(i);
+        const double lejos = (i - centro) / ancho;
+        const double valor = std::log(1 + p.nivel[k - 1] + p.nivel[k] + p.nivel[k + 1]) + lejos * lejos;
+        if (valor < mejor) mejor = valor, hallado = i * p.paso;
+    }
+    return hallado;
 }
 
 // Which gap (behind word i) each silence is; npos: none. The cheapest way to join both rows in order.
@@ -144,35 +222,35 @@ std::vector<std::size_t> Une(const Perfil &p, const std::vector<double> &finales
 
 }  // namespace
 
-double PesoDePalabra(std::u32string_view texto) {
-    double nucleos = 0, consonantes = 0, cifras = 0, anchas = 0;
+double PesoDePalabra(std::u32string_view texto, LenguaSignos lengua) {
+    double nucleos = 0, vocales = 0, consonantes = 0, cifras = 0, anchas = 0;
     std::size_t mayusculas = 0;
     bool vocal = false;
     for (const char32_t c : texto) {
-        if (!EsAlfanumerico(c) && !EsAncha(c)) {
-            vocal = false;
-            continue;
-        }
-        const bool otra = EsVocal(c);
+        const bool antes = std::exchange(vocal, EsVocal(c));
         if (EsCifra(c))
             cifras++;
         else if (EsAncha(c))
             anchas++;
-        else if (!otra)
+        else if (vocal)
+            (antes ? vocales : nucleos)++;
+        else if (EsAlfanumerico(c))
             consonantes++;
-        else if (!vocal)
-            nucleos++;
-        vocal = otra;
         mayusculas += EsMayuscula(c);
     }
+    const Ritmo &r = RitmoEn(lengua);
+    if (&r == &kRitmoIngles && EsAtona(texto)) return kPesoAtona;
     if (nucleos == 0 && consonantes > 0 && cifras == 0 && mayusculas == static_cast<std::size_t>(consonantes))
-        return kPesoPropio + consonantes * kPesoSigla;
-    return kPesoPropio + nucleos * kPesoNucleo + consonantes * kPesoConsonante + cifras * kPesoCifra +
-           anchas * kPesoEnteraTotal;
+        return r.propio + consonantes * kPesoSigla;
+    const double letras = nucleos + vocales + consonantes;
+    double peso = r.propio + nucleos * r.nucleo + vocales * r.vocal + consonantes * r.consonante;
+    if (letras > 0 && letras <= 3) peso -= r.corta;
+    peso += PesoDeCifras(texto);
+    return std::max(peso, kPesoMinimo) + anchas * kPesoAncho;
 }
 
 std::vector<std::uint64_t> EstimaPalabras(const Pieza &pieza, std::span<const std::int16_t> sonido,
-                                          std::uint32_t hercios) {
+                                          std::uint32_t hercios, LenguaSignos lengua) {
     const std::size_t n = pieza.fichas.size();
     std::vector<std::uint64_t> inicios(n, 0);
     if (n == 0 || sonido.empty()) return inicios;
@@ -184,8 +262,8 @@ std::vector<std::uint64_t> EstimaPalabras(const Pieza &pieza, std::span<const st
         const std::size_t desde = pieza.fichas[i].inicioMotor;
         const std::size_t hasta = i + 1 < n ? pieza.fichas[i + 1].inicioMotor : texto.size();
         const auto palabra = std::u32string_view(texto).substr(desde, hasta - desde);
-        pesos[i] = PesoDePalabra(palabra);
-        const std::size_t ultima = palabra.find_last_not_of(U" \t\n\"'»”)");
+        pesos[i] = PesoDePalabra(palabra, lengua);
+        const std::size_t ultima = palabra.find_last_not_of(U" \t\n\"'»”");
         signos[i] = ultima != std::u32string_view::npos && EsDePausa(palabra[ultima]);
         // What opens a parenthesis or a dash stands before the next word.
         if (!signos[i]) signos[i] = palabra.find_first_of(U"(—–") != std::u32string_view::npos;
@@ -199,13 +277,17 @@ std::vector<std::uint64_t> EstimaPalabras(const Pieza &pieza, std::span<const st
     const auto unidos = Une(perfil, finales, signos, hercios);
 
     // From silence to silence the words share the sound between them.
+    const double ms = hercios / 1000.0;
     std::size_t primera = 0;
     double desde = perfil.inicio;
     const auto reparte = [&](std::size_t fin, double hasta) {  // words primera..fin-1
         double todo = 0, llevado = 0;
         for (std::size_t i = primera; i < fin; i++) todo += pesos[i];
         for (std::size_t i = primera; i < fin; i++) {
-            inicios[i] = static_cast<std::uint64_t>(std::max(0.0, desde + (hasta - desde) * llevado / todo));
+            const double previsto = desde + (hasta - desde) * llevado / todo;
+            // Behind a silence a word begins with its first consonant's, which is part of it.
+            const double donde = i == primera ? previsto - kMsAntes * ms : Valle(perfil, previsto, ms);
+            inicios[i] = static_cast<std::uint64_t>(std::max(0.0, donde));
             llevado += pesos[i];
         }
         primera = fin;

@@ -12,9 +12,9 @@ namespace ondalis {
 
 // The sample at which each word of `pieza` begins in its sound, ascending and inside it.
 std::vector<std::uint64_t> EstimaPalabras(const Pieza &pieza, std::span<const std::int16_t> sonido,
-                                          std::uint32_t hercios);
+                                          std::uint32_t hercios, LenguaSignos lengua);
 
 // How long a word takes to say, in no unit: letters of `texto` until the next word.
-double PesoDePalabra(std::u32string_view texto);
+double PesoDePalabra(std::u32string_view texto, LenguaSignos lengua);
 
 }  // namespace ondalis

@@ -178,7 +178,8 @@ bool cMotorOrden::TomaPieza(Vuelo &vuelo, const Paso &paso) const {
     if (tarea.estado.deletreo) {
         tarea.pieza = PiezaDeletreada(texto, paso.inicio, maximo, lengua);
     } else {
-        const std::size_t fin = FinDeFrase(texto, paso.inicio, maximo, vuelo.primera);
+        const std::size_t fin =
+            FinDeFrase(texto, paso.inicio, maximo, vuelo.primera && m_motor.descripcion.primeraCorta);
         tarea.pieza = HazPieza(texto.substr(0, fin), paso.inicio, {lengua, false, tarea.estado.puntuacion});
     }
     if (tarea.pieza.siguiente < texto.size()) {
@@ -288,7 +289,7 @@ Onda cMotorOrden::LaOnda(const Tarea &tarea) const {
 
 bool cMotorOrden::Emite(const Tarea &tarea, Onda &&onda, Vuelo &vuelo) const {
     if (!vuelo.Formato(onda.hercios)) return false;
-    const auto inicios = EstimaPalabras(tarea.pieza, onda.muestras, onda.hercios);
+    const auto inicios = EstimaPalabras(tarea.pieza, onda.muestras, onda.hercios, LenguaDeLcid(tarea.voz->lengua));
     const std::size_t antes = onda.muestras.size();
     std::vector<std::int16_t> x = std::move(onda.muestras);
     if (std::abs(tarea.estirado - 1) > .01) Pasa(cEstirador(static_cast<int>(onda.hercios), tarea.estirado), x);

@@ -97,7 +97,9 @@ struct Extremos {
     sigemptyset(&ninguna);
     sigprocmask(SIG_SETMASK, &ninguna, nullptr);
     const rlimit tope{kMaxSalida, kMaxSalida}, nada{0, 0};
-    setrlimit(RLIMIT_FSIZE, &tope);
+    // Nobody looks at the file while a voice is paused. Programs that write to a pipe may have larger files of their
+    // own (sound libraries make shared memory, and die of the limit).
+    if (e.fichero >= 0) setrlimit(RLIMIT_FSIZE, &tope);
     setrlimit(RLIMIT_CORE, &nada);
     const int nulo = open("/dev/null", O_RDWR);
     dup2(e.entrada >= 0 ? e.entrada : nulo, STDIN_FILENO);
