@@ -8,7 +8,9 @@ namespace {
 void Pon(std::vector<std::uint8_t> &b, std::uint32_t valor, unsigned n) {
     for (unsigned i = 0; i < n; i++) b.push_back(static_cast<std::uint8_t>(valor >> (8 * i)));
 }
-void Pon(std::vector<std::uint8_t> &b, const char *marca) { b.insert(b.end(), marca, marca + 4); }
+void Pon(std::vector<std::uint8_t> &b, const char *marca) {
+    for (int i = 0; i < 4; i++) b.push_back(static_cast<std::uint8_t>(marca[i]));
+}
 
 std::vector<std::uint8_t> Wav(std::uint32_t hercios, std::uint32_t canales, std::uint32_t bits, std::uint32_t largo,
                               const std::vector<int> &muestras, bool conLista = false) {
