@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <initializer_list>
 #include <set>
+#include <utility>
 
 namespace ondalis {
 
@@ -78,16 +80,6 @@ bool Lcids(std::string_view t, std::string &destino) {
     }
 }
 
-template <typename E, std::size_t N>
-bool Uno(std::string_view t, const std::array<std::pair<std::string_view, E>, N> &valores, E &destino) {
-    for (const auto &[nombre, valor] : valores)
-        if (nombre == t) {
-            destino = valor;
-            return true;
-        }
-    return false;
-}
-
 bool Texto(std::string_view t, std::string &destino) {
     destino = t;
     return !t.empty();
@@ -116,7 +108,20 @@ enum class Toma { Bien, Desconocida, Invalida };
 
 Toma Resultado(bool bien) { return bien ? Toma::Bien : Toma::Invalida; }
 
-Toma TomaDeMotor(Descripcion &d, std::string_view clave, std::string_view v) {
+template <typename E>
+using Valores = std::initializer_list<std::pair<std::string_view, E>>;
+
+template <typename E>
+Toma Elige(std::string_view v, Valores<E> valores, E &destino) {
+    for (const auto &[nombre, valor] : valores)
+        if (nombre == v) {
+            destino = valor;
+            return Toma::Bien;
+        }
+    return Toma::Invalida;
+}
+
+Toma TomaDeLlamada(Descripcion &d, std::string_view clave, std::string_view v) {
     using E = EntradaOrden;
     using R = RitmoOrden;
     if (clave == "fabricante") return Resultado(Texto(v, d.fabricante));
@@ -127,27 +132,18 @@ Toma TomaDeMotor(Descripcion &d, std::string_view clave, std::string_view v) {
         return Resultado(partes.has_value());
     }
     if (clave == "entrada")
-        return Resultado(Uno(v,
-                             std::array{std::pair{std::string_view("estandar"), E::Estandar},
-                                        std::pair{std::string_view("argumento"), E::Argumento},
-                                        std::pair{std::string_view("fichero"), E::Fichero}},
-                             d.entrada));
+        return Elige(v, {{"estandar", E::Estandar}, {"argumento", E::Argumento}, {"fichero", E::Fichero}}, d.entrada);
     if (clave == "salida")
-        return Resultado(Uno(v,
-                             std::array{std::pair{std::string_view("estandar"), SalidaOrden::Estandar},
-                                        std::pair{std::string_view("fichero"), SalidaOrden::Fichero}},
-                             d.salida));
-    if (clave == "formato")
-        return Resultado(Uno(v,
-                             std::array{std::pair{std::string_view("wav"), FormatoOrden::Wav},
-                                        std::pair{std::string_view("crudo"), FormatoOrden::Crudo}},
-                             d.formato));
+        return Elige(v, {{"estandar", SalidaOrden::Estandar}, {"fichero", SalidaOrden::Fichero}}, d.salida);
+    if (clave == "formato") return Elige(v, {{"wav", FormatoOrden::Wav}, {"crudo", FormatoOrden::Crudo}}, d.formato);
     if (clave == "ritmo")
-        return Resultado(Uno(v,
-                             std::array{std::pair{std::string_view("factor"), R::Factor},
-                                        std::pair{std::string_view("inverso"), R::Inverso},
-                                        std::pair{std::string_view("palabras"), R::Palabras}},
-                             d.ritmo));
+        return Elige(v, {{"factor", R::Factor}, {"inverso", R::Inverso}, {"palabras", R::Palabras}}, d.ritmo);
+    if (clave == "primera-corta") return Elige(v, {{"si", true}, {"no", false}}, d.primeraCorta);
+    if (clave == "ficheros") return Resultado(Lista(v, d.ficheros));
+    return Toma::Desconocida;
+}
+
+Toma TomaDeMotor(Descripcion &d, std::string_view clave, std::string_view v) {
     if (clave == "hercios") return Resultado(Numero(v, kHzMin, kHzMax, d.hercios));
     if (clave == "canales") return Resultado(Numero(v, 1u, 2u, d.canales));
     if (clave == "ritmo-minimo") return Resultado(Numero(v, .1, 1., d.ritmoMinimo));
@@ -159,20 +155,13 @@ Toma TomaDeMotor(Descripcion &d, std::string_view clave, std::string_view v) {
     if (clave == "plazo-primera-ms") return Resultado(Numero(v, 50u, 55000u, d.plazoPrimeraMs));
     if (clave == "plazo-ms") return Resultado(Numero(v, 50u, 55000u, d.plazoMs));
     if (clave == "max-caracteres") return Resultado(Numero(v, 20u, 1500u, d.maxCaracteres));
-    if (clave == "primera-corta")
-        return Resultado(
-            Uno(v, std::array{std::pair{std::string_view("si"), true}, std::pair{std::string_view("no"), false}},
-                d.primeraCorta));
-    if (clave == "ficheros") return Resultado(Lista(v, d.ficheros));
-    return Toma::Desconocida;
+    return TomaDeLlamada(d, clave, v);
 }
 
 Toma TomaDeVoz(VozOrden &voz, std::string_view clave, std::string_view v) {
     if (clave == "nombre") return Resultado(Texto(v, voz.nombre));
     if (clave == "lengua") return Resultado(Lcids(v, voz.lengua));
-    if (clave == "genero")
-        return Resultado(v == "hombre" || v == "mujer" || v == "neutro") == Toma::Bien ? Resultado(Texto(v, voz.genero))
-                                                                                       : Toma::Invalida;
+    if (clave == "genero") return Resultado((v == "hombre" || v == "mujer" || v == "neutro") && Texto(v, voz.genero));
     if (clave == "edad") return Resultado((v == "nino" || v == "adulto" || v == "mayor") && Texto(v, voz.edad));
     if (clave == "modelo") return Resultado(EsModelo(v, voz.modelo));
     if (clave == "ficheros") return Resultado(Lista(v, voz.ficheros));
