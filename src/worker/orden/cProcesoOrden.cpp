@@ -34,12 +34,16 @@ void Cierra(int &descriptor) {
 // worker itself dies of a signal that it can't see. It holds none of the worker's descriptors but the pipe's end.
 class Guardian {
 public:
+    // Before the first program is made.
+    void Despierta() {
+        if (m_pid != getpid()) Nace();
+    }
+    // A program tells of itself before it runs, so that there is no moment at which nobody knows of it.
     void Apunta(pid_t grupo) { Dice(grupo); }
     void Borra(pid_t grupo) { Dice(-grupo); }
 
 private:
     void Dice(pid_t grupo) {
-        if (m_pid != getpid()) Nace();
         if (m_tubo >= 0 && write(m_tubo, &grupo, sizeof grupo) < 0) Cierra(m_tubo);
     }
 
@@ -92,6 +96,7 @@ struct Extremos {
     setpgid(0, 0);
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (getppid() != padre) _exit(127);
+    ElGuardian().Apunta(getpid());
     for (const int senal : {SIGPIPE, SIGTERM, SIGINT, SIGHUP, SIGCHLD}) signal(senal, SIG_DFL);
     sigset_t ninguna;
     sigemptyset(&ninguna);
@@ -167,6 +172,7 @@ std::unique_ptr<cProcesoOrden> cProcesoOrden::Lanza(Encargo encargo) {
     for (std::string &a : encargo.argumentos) punteros.push_back(a.data());
     punteros.push_back(nullptr);
     const pid_t padre = getpid();
+    ElGuardian().Despierta();
     if (bien) p->m_pid = fork();
     if (bien && p->m_pid == 0) Ejecuta(suyos, punteros.data(), padre);
     Cierra(suyos.entrada);
@@ -174,7 +180,6 @@ std::unique_ptr<cProcesoOrden> cProcesoOrden::Lanza(Encargo encargo) {
     Cierra(suyos.texto);
     if (p->m_pid <= 0) return nullptr;
     setpgid(p->m_pid, p->m_pid);  // whichever of the two comes first
-    ElGuardian().Apunta(p->m_pid);
     p->m_fin = Arriba(static_cast<int>(syscall(SYS_pidfd_open, p->m_pid, 0)));
     for (const int d : {p->m_haciaEl, p->m_desdeEl})
         if (d >= 0) fcntl(d, F_SETFL, O_NONBLOCK);
