@@ -29,7 +29,7 @@ struct TramaPideVoces {  // answered by one TramaVoz a voice and a TramaFin with
 };
 
 // Worker to reader.
-struct TramaFormato {  // before the first PCM of each utterance
+struct TramaFormato {  // before the first PCM of each utterance; again, unchanged: the engine is at work
     std::uint64_t numero = 0;
     std::uint32_t hercios = 0;  // 8000 to 48000
     bool operator==(const TramaFormato &) const = default;

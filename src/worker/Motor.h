@@ -19,7 +19,8 @@ class Emisor {
 public:
     virtual ~Emisor() = default;
 
-    virtual bool Formato(std::uint32_t hercios) = 0;  // once, before the first samples
+    // Before the first samples; again with the same rate: the engine is at work on what takes long.
+    virtual bool Formato(std::uint32_t hercios) = 0;
     virtual bool Pcm(const std::int16_t *muestras, std::size_t n) = 0;
     // `muestra` counts from the utterance's first sample; told before the samples that hold it.
     virtual bool Palabra(std::uint64_t muestra, std::uint32_t posicion, std::uint32_t longitud) = 0;
@@ -39,7 +40,7 @@ public:
     virtual void Habla(const Locucion &locucion, Emisor &emisor) = 0;
 };
 
-// The engine that this program is linked with. `zocalo` is the connection, which only a misbehaving test engine uses.
+// What this program is linked with. `zocalo` is the connection, which only a misbehaving test engine uses.
 std::unique_ptr<Motor> CreaMotor(int zocalo);
 
 }  // namespace ondalis

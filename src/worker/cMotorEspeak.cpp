@@ -302,6 +302,4 @@ bool cMotorEspeak::Silencio(double ms, Vuelo &vuelo) {
     return vuelo.vivo;
 }
 
-std::unique_ptr<Motor> CreaMotor(int) { return std::make_unique<cMotorEspeak>(); }
-
 }  // namespace ondalis

@@ -1,0 +1,28 @@
+#include "worker/cMotores.h"
+
+#include "worker/cMotorEspeak.h"
+#include "worker/orden/cMotorOrden.h"
+
+namespace ondalis {
+
+const CatalogoOrden &cMotores::Catalogo() {
+    if (!m_catalogo) m_catalogo = std::make_unique<CatalogoOrden>(LeeCatalogo(CarpetasDeMotores()));
+    return *m_catalogo;
+}
+
+std::vector<TramaVoz> cMotores::Voces() {
+    auto voces = m_propio->Voces();
+    for (TramaVoz &voz : TramasDe(Catalogo())) voces.push_back(std::move(voz));
+    return voces;
+}
+
+void cMotores::Habla(const Locucion &locucion, Emisor &emisor) {
+    if (locucion.voz.motor == "espeak") return m_propio->Habla(locucion, emisor);
+    const auto motor = Catalogo().find(locucion.voz.motor);
+    if (motor == Catalogo().end()) return m_propio->Habla(locucion, emisor);
+    cMotorOrden(motor->first, motor->second).Habla(locucion, emisor);
+}
+
+std::unique_ptr<Motor> CreaMotor(int) { return std::make_unique<cMotores>(std::make_unique<cMotorEspeak>()); }
+
+}  // namespace ondalis
