@@ -8,6 +8,7 @@
 #include "desktop/LineaComandos.h"
 #include "desktop/Rutas.h"
 #include "desktop/cAplicacion.h"
+#include "platform/dbus/SondaBus.h"
 #include "platform/sistema/cSenales.h"
 #include "platform/x11/AlFrente.h"
 #include "platform/x11/HayPantalla.h"
@@ -35,6 +36,10 @@ public:
     }
 
 private:
+    struct Guarda {
+        Guarda() { GuardaDelBusQueCalla(); }
+    };
+    [[no_unique_address]] Guarda m_antes;
     int m_soloNombre = 1;
     QApplication m_aplicacion;
     QTranslator m_traductor;
