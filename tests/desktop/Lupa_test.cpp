@@ -76,5 +76,38 @@ TEST_F(LupaPrueba, AHiddenOrMinimisedWindowIsNotServed) {
     EXPECT_TRUE(timer.Enabled());
 }
 
+// Runs where the desktop has two screens (desktop_ui_dos_monitores).
+class LupaConDosMonitores : public LupaPrueba {
+protected:
+    void SetUp() override {
+        if (QGuiApplication::screens().size() < 2) GTEST_SKIP() << "one screen only; see desktop_ui_dos_monitores";
+    }
+    void Guarda(int x, int y) {
+        for (const auto &[clave, valor] : {std::pair("LeftLupa", x), std::pair("TopLupa", y)})
+            r.Salva(QStringLiteral("Ventana"), QLatin1String(clave), QString::number(valor * 15));
+    }
+    QPoint Lugar() {
+        lupa.Muestra();
+        QCoreApplication::sendPostedEvents();
+        return lupa.pos();
+    }
+};
+
+TEST_F(LupaConDosMonitores, TheScreenIsTheUnionOfTheMonitors) {
+    EXPECT_EQ(lupa.Monitores(), (std::vector<QRect>{{0, 200, 800, 600}, {800, 0, 1280, 800}}));
+    EXPECT_EQ(Lugar(), QPoint(2080 - 480, 800 - 360));
+}
+
+TEST_F(LupaConDosMonitores, AMagnifierLeftOnTheSecondMonitorComesBackThere) {
+    Guarda(900, 50);
+    EXPECT_EQ(Lugar(), QPoint(900, 50));
+    EXPECT_EQ(lupa.screen(), QGuiApplication::screens().at(1));
+}
+
+TEST_F(LupaConDosMonitores, ATitleBarThatNoMonitorShowsTakesTheFreshPlaceOfTheFirst) {
+    Guarda(100, 50);  // above the first monitor, whose top is lower
+    EXPECT_EQ(Lugar(), QPoint(800 - 480, 200 + 600 - 360));
+}
+
 }  // namespace
 }  // namespace ondalis
