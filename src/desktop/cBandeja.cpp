@@ -14,7 +14,9 @@ namespace ondalis {
 
 namespace {
 constexpr int kTamanos[] = {16, 22, 24, 32, 48, 64, 128};
-}
+// The widget of an icon in a window, as Qt 6 names it.
+constexpr const char *kVentanaDelToolkit = "QSystemTrayIconSys";
+}  // namespace
 
 cBandeja::cBandeja(VigiaBandeja &vigia, IconoDelBus &propio, cLog &log) : m_vigia(vigia), m_propio(propio), m_log(log) {
     RegistraIconos();
@@ -80,6 +82,7 @@ void cBandeja::Crea() {
     m_icono = std::make_unique<QSystemTrayIcon>(Icono(m_numero));
     m_icono->setToolTip(QLatin1String(Producto::Titulo));
     PonMenu();
+    if (m_protocolo == Protocolo::X) qApp->installEventFilter(this);  // once, however often it is asked for
     connect(m_icono.get(), &QSystemTrayIcon::activated, this,
             [this](QSystemTrayIcon::ActivationReason motivo) { Pulsado(motivo); });
     m_icono->show();
@@ -116,10 +119,6 @@ void cBandeja::SetMenu(QMenu *menu) {
 }
 
 void cBandeja::Pulsado(QSystemTrayIcon::ActivationReason motivo) {
-    if (motivo == QSystemTrayIcon::Context && m_protocolo == Protocolo::X) {
-        qApp->installEventFilter(this);  // for the time of one press
-        return;
-    }
     const bool segundo = motivo == QSystemTrayIcon::Trigger && m_desdeClick.isValid() &&
                          !m_desdeClick.hasExpired(QApplication::doubleClickInterval());
     if (motivo == QSystemTrayIcon::DoubleClick || segundo) {
@@ -130,14 +129,13 @@ void cBandeja::Pulsado(QSystemTrayIcon::ActivationReason motivo) {
     }
 }
 
+// The toolkit tells of the right button's press, and of the second of two quick ones not at all. The release comes to
+// its window wherever the pointer is by then.
 bool cBandeja::eventFilter(QObject *objeto, QEvent *evento) {
-    if (evento->type() == QEvent::MouseButtonPress) qApp->removeEventFilter(this);  // the release went astray
-    if (evento->type() == QEvent::MouseButtonRelease) {
+    if (evento->type() == QEvent::MouseButtonRelease &&
+        (objeto->inherits(kVentanaDelToolkit) || objeto->objectName() == QLatin1String(kVentanaDelToolkit))) {
         const auto &raton = static_cast<const QMouseEvent &>(*evento);
-        if (raton.button() == Qt::RightButton) {
-            qApp->removeEventFilter(this);
-            if (m_menu) m_menu->popup(raton.globalPosition().toPoint());
-        }
+        if (raton.button() == Qt::RightButton && m_menu) m_menu->popup(raton.globalPosition().toPoint());
     }
     return QObject::eventFilter(objeto, evento);
 }
