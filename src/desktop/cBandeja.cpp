@@ -4,6 +4,8 @@
 #include <QImage>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QTimer>
+#include <QWindow>
 
 #include "settings/cRegistro.h"
 
@@ -15,6 +17,7 @@ namespace ondalis {
 namespace {
 constexpr int kTamanos[] = {16, 22, 24, 32, 48, 64, 128};
 // The widget of an icon in a window, as Qt 6 names it.
+constexpr int kFocoMs = 300, kVueltaMs = 10;  // the toolkit takes 100 ms over a lost focus
 constexpr const char *kVentanaDelToolkit = "QSystemTrayIconSys";
 }  // namespace
 
@@ -23,7 +26,8 @@ cBandeja::cBandeja(VigiaBandeja &vigia, IconoDelBus &propio, cLog &log) : m_vigi
     m_vigia.SetAlAparecer([this] { Cambia(); });
     m_vigia.SetAlDesaparecer([this] { Cambia(); });
     m_propio.SetAlPulsar([this] { Pulsado(QSystemTrayIcon::Trigger); });
-    m_propio.SetAlPedirMenu([this](const QPoint &donde) { AbreMenu(donde); });
+    // The panel counts device pixels.
+    m_propio.SetAlPedirMenu([this](const QPoint &donde) { AbreMenu(donde / qGuiApp->devicePixelRatio()); });
 }
 
 cBandeja::~cBandeja() {
@@ -103,9 +107,18 @@ std::vector<ImagenPixeles> cBandeja::Pixeles() {
     return imagenes;
 }
 
-// The panel counts device pixels.
 void cBandeja::AbreMenu(const QPoint &donde) {
-    if (m_menu) m_menu->popup(donde / qGuiApp->devicePixelRatio());
+    m_plazoMenu.setRemainingTime(kFocoMs);
+    IntentaMenu(donde);
+}
+
+// A window of ours that has just been closed still has the focus for a moment, and its loss would close the menu again.
+void cBandeja::IntentaMenu(const QPoint &donde) {
+    const QWindow *foco = QGuiApplication::focusWindow();
+    if (foco && !foco->isVisible() && !m_plazoMenu.hasExpired())
+        QTimer::singleShot(kVueltaMs, this, [this, donde] { IntentaMenu(donde); });
+    else if (m_menu)
+        m_menu->popup(donde);
 }
 
 // On the bus the panel draws the menu. In a window of ours the toolkit would open it at the button's press already.
@@ -135,7 +148,7 @@ bool cBandeja::eventFilter(QObject *objeto, QEvent *evento) {
     if (evento->type() == QEvent::MouseButtonRelease &&
         (objeto->inherits(kVentanaDelToolkit) || objeto->objectName() == QLatin1String(kVentanaDelToolkit))) {
         const auto &raton = static_cast<const QMouseEvent &>(*evento);
-        if (raton.button() == Qt::RightButton && m_menu) m_menu->popup(raton.globalPosition().toPoint());
+        if (raton.button() == Qt::RightButton) AbreMenu(raton.globalPosition().toPoint());
     }
     return QObject::eventFilter(objeto, evento);
 }

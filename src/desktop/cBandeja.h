@@ -3,6 +3,7 @@
 // when there is one. Owned by main. Main thread.
 #pragma once
 
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QIcon>
 #include <QObject>
@@ -55,6 +56,7 @@ private:
     void Crea();
     std::vector<ImagenPixeles> Pixeles();
     void AbreMenu(const QPoint &donde);
+    void IntentaMenu(const QPoint &donde);
     void PonMenu();
     const QIcon &Icono(int numero);
 
@@ -68,6 +70,7 @@ private:
     QMenu *m_menu = nullptr;
     int m_numero = 0;
     QElapsedTimer m_desdeClick;
+    QDeadlineTimer m_plazoMenu;
     std::function<void()> m_alDobleClick;
     std::function<void()> m_alCambiarSitio;
 };
