@@ -37,7 +37,7 @@ QList<QByteArray> Locales(const QString &direccion) {
 }  // namespace
 
 QString DireccionBusSesion() {
-    const QString direccion = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
+    QString direccion = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
     if (!direccion.isEmpty()) return direccion;
     const QString habitual = qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus");
     return QFileInfo::exists(habitual) ? QStringLiteral("unix:path=") + habitual : QString();

@@ -249,7 +249,7 @@ def la_bienvenida_se_ve_con_su_texto_mientras_cargan_las_voces():
 
         def mira():
             ventana = espera(lambda: ventanas(b), 10, que='the splash')[0]
-            time.sleep(0.3)
+            espera(lambda: any(pixeles(b, ventana[1] + 60, ventana[2] + 60, 40, 40)), 5, que='the splash to be painted')
             foto(b, 'bienvenida')
             _, x, y, ancho, alto = ventana
             vistas.append((ancho * alto, pixeles(b, x, y, ancho, alto), _renglon(b, ventana)))
