@@ -3,10 +3,12 @@
 #include <QDir>
 #include <QFile>
 #include <QTimer>
+#include <chrono>
 #include <cstdio>
 
 #include "ctl/Argumentos.h"
 #include "ctl/cCliente.h"
+#include "platform/dbus/SondaBus.h"
 #include "settings/cGeneral.h"
 #include "text/Codificacion.h"
 
@@ -27,6 +29,19 @@ QString Comando(const Argumentos &a, bool &bien) {
     bien = bytes.size() <= kMaxFicheroTexto && !EsBinario(bytes);
     if (!bien) std::fputs("ondalisctl: lo que llega por la entrada no es un texto que se pueda leer\n", stderr);
     return QStringLiteral("SPEAK ") + TextoDeBytes(bytes, QString());
+}
+
+// A client joins the bus by waiting for it: one that hangs would hold it up beyond its own time limit.
+int CompruebaBus(const Argumentos &a) {
+    constexpr std::chrono::seconds kLimite(25);
+    const std::chrono::milliseconds limite = a.plazoMs > 0 ? std::chrono::milliseconds(a.plazoMs) : kLimite;
+    switch (SondeaBus(DireccionBusSesion(), limite)) {
+        case VidaBus::Responde: return Bien;
+        case VidaBus::NoEsta: std::fputs("ondalisctl: no hay bus de sesión\n", stderr); return SinLector;
+        case VidaBus::Calla: break;
+    }
+    std::fputs("ondalisctl: el bus de sesión no contesta\n", stderr);
+    return a.plazoMs > 0 ? SinTiempo : SinLector;
 }
 
 }  // namespace
@@ -50,6 +65,7 @@ int main(int argc, char **argv) {
     bool bien = false;
     const QString comando = Comando(*a, bien);
     if (!bien) return MalUso;
+    if (const int salida = CompruebaBus(*a)) return salida;
     cCliente cliente(*a, comando);
     QTimer::singleShot(0, &cliente, &cCliente::Empieza);
     return QCoreApplication::exec();

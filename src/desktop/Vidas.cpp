@@ -10,6 +10,7 @@
 #include "desktop/Rutas.h"
 #include "desktop/cAplicacion.h"
 #include "desktop/cAplicacionLote.h"
+#include "platform/dbus/SondaBus.h"
 #include "platform/sistema/cMensajesAparte.h"
 #include "platform/sistema/cSenales.h"
 #include "platform/x11/AlFrente.h"
@@ -38,6 +39,10 @@ public:
     }
 
 private:
+    struct Guarda {
+        Guarda() { GuardaDelBusQueCalla(); }
+    };
+    [[no_unique_address]] Guarda m_antes;
     int m_soloNombre = 1;
     QApplication m_aplicacion;
     QTranslator m_traductor;

@@ -11,6 +11,8 @@ public:
     virtual ~VigiaBandeja() = default;
     virtual bool HayEnElBus() = 0;  // a panel that shows status notifiers
     virtual bool HayEnX() = 0;      // a panel that takes windows in
+    // The toolkit's own connection to the bus, made once a process, still serves.
+    virtual bool LlegaElToolkit() = 0;
     bool HayAnfitrion() { return HayEnElBus() || HayEnX(); }
     // Called when a host has come, also one that was there before and has been started again.
     virtual void SetAlAparecer(std::function<void()> aviso) = 0;

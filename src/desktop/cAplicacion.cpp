@@ -121,7 +121,10 @@ cAplicacion::cAplicacion(Preparativos &preparativos, QString linea)
       m_registro(p.log, rutas::CarpetaAutoarranque()),
       m_portapapeles(p.log),
       m_teclas(p.log),
-      m_bandeja(m_vigia, p.log),
+      m_bus(p.log),
+      m_vigia(m_bus),
+      m_iconoDelBus(m_bus),
+      m_bandeja(m_vigia, m_iconoDelBus, p.log),
       m_esperaBandeja(m_cola),
       m_sinBandeja(m_esperaBandeja, p.log,
                    {[this] { return m_bandeja.HaySitio(); }, [this](bool visible) { MuestraVentanaMenu(visible); },
@@ -156,6 +159,7 @@ cAplicacion::cAplicacion(Preparativos &preparativos, QString linea)
       m_ventanas(
           p.log, [this] { Salir(); }, [this] { m_mensajes.Cierra(); }, m_superficie) {
     RegistraSonidos();
+    m_bus.ConectaYa();
     m_cola.SetHayModal([] { return QApplication::activeModalWidget() != nullptr; });
     m_cola.SetRepinta(Repinta);
 }
@@ -211,7 +215,7 @@ bool cAplicacion::CargaLector() {
     if (m_saliendo) return false;
     m_lector->form.Form_Load();
     m_lector->form.Init();
-    m_remoto = std::make_unique<cRemoto>(m_lector->form, m_cola, m_estadoVoz, p.log);
+    m_remoto = std::make_unique<cRemoto>(m_lector->form, m_cola, m_estadoVoz, m_bus);
     m_superficie.Pantalla().OcultaCargando();
     m_sinBandeja.Revisa();
     return true;

@@ -23,6 +23,7 @@
 #include "platform/audio/cSalidaPulse.h"
 #include "platform/audio/cServidorPulse.h"
 #include "platform/audio/cSonidoPulse.h"
+#include "platform/dbus/cIconoNotificador.h"
 #include "platform/dbus/cVigiaBandeja.h"
 #include "platform/motor/cTokensMotor.h"
 #include "platform/sistema/cAbridorXdg.h"
@@ -110,7 +111,9 @@ private:
     cPortapapelesX11 m_portapapeles;
     cTeclasX11 m_teclas;
     cVentanaEnFocoX11 m_ventanaEnFoco;
+    cConexionBus m_bus;
     cVigiaBandeja m_vigia;
+    cIconoNotificador m_iconoDelBus;
     cBandeja m_bandeja;
     cTemporizador m_esperaBandeja;
     cSinBandeja m_sinBandeja;

@@ -1,8 +1,11 @@
 #include "desktop/cBandeja.h"
 
 #include <QApplication>
+#include <QImage>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QTimer>
+#include <QWindow>
 
 #include "settings/cRegistro.h"
 
@@ -13,43 +16,45 @@ namespace ondalis {
 
 namespace {
 constexpr int kTamanos[] = {16, 22, 24, 32, 48, 64, 128};
-}
+// The widget of an icon in a window, as Qt 6 names it.
+constexpr int kFocoMs = 300, kVueltaMs = 10;  // the toolkit takes 100 ms over a lost focus
+constexpr const char *kVentanaDelToolkit = "QSystemTrayIconSys";
+}  // namespace
 
-cBandeja::cBandeja(VigiaBandeja &vigia, cLog &log) : m_vigia(vigia), m_log(log) {
+cBandeja::cBandeja(VigiaBandeja &vigia, IconoDelBus &propio, cLog &log) : m_vigia(vigia), m_propio(propio), m_log(log) {
     RegistraIconos();
-    m_vigia.SetAlAparecer([this] { Aparece(); });
-    m_vigia.SetAlDesaparecer([this] {
-        if (m_alCambiarSitio) m_alCambiarSitio();
-    });
+    m_vigia.SetAlAparecer([this] { Cambia(); });
+    m_vigia.SetAlDesaparecer([this] { Cambia(); });
+    m_propio.SetAlPulsar([this] { Pulsado(QSystemTrayIcon::Trigger); });
+    // The panel counts device pixels.
+    m_propio.SetAlPedirMenu([this](const QPoint &donde) { AbreMenu(donde / qGuiApp->devicePixelRatio()); });
 }
 
 cBandeja::~cBandeja() {
     m_vigia.SetAlAparecer({});
     m_vigia.SetAlDesaparecer({});
+    m_propio.SetAlPulsar({});
+    m_propio.SetAlPedirMenu({});
 }
 
-void cBandeja::Aparece() {
-    if (m_numero != 0) Crea();
+void cBandeja::Cambia() {
+    if (m_numero != 0 && m_vigia.HayAnfitrion()) Reparte();
     if (m_alCambiarSitio) m_alCambiarSitio();
 }
 
-bool cBandeja::HaySitio() {
-    switch (m_protocolo) {
-        case Protocolo::Bus: return m_vigia.HayEnElBus();
-        case Protocolo::X: return m_vigia.HayEnX();
-        default: return m_vigia.HayAnfitrion();
-    }
-}
+bool cBandeja::HaySitio() { return m_protocolo == Protocolo::Bus ? m_vigia.HayEnElBus() : m_vigia.HayAnfitrion(); }
 
 void cBandeja::SetImagen(int numero) {
     if (numero < 1 || numero > NumImagenes || numero == m_numero) return;
     const bool primera = m_numero == 0;
     m_numero = numero;
-    if (m_icono) {
+    if (m_mostradoPropio) {
+        m_propio.Cambia(Pixeles());
+    } else if (m_icono) {
         m_icono->setIcon(Icono(numero));
     } else if (primera) {
         if (m_vigia.HayAnfitrion())
-            Crea();
+            Reparte();
         else
             m_log.Escribe(
                 QStringLiteral("cIconoBarra.Init: "),
@@ -57,17 +62,63 @@ void cBandeja::SetImagen(int numero) {
     }
 }
 
+// A window of the toolkit as long as a panel takes windows in, else on the bus: by the toolkit if that is what it has
+// settled for and its connection still stands, else by ourselves.
+void cBandeja::Reparte() {
+    const bool enElBus = m_vigia.HayEnElBus();
+    if (m_protocolo == Protocolo::Ninguno)
+        m_protocolo = enElBus && m_vigia.LlegaElToolkit() ? Protocolo::Bus : Protocolo::X;
+    const bool puede = m_protocolo == Protocolo::X ? m_vigia.HayEnX() : m_vigia.LlegaElToolkit();
+    m_mostradoPropio = enElBus && !puede;
+    if (m_mostradoPropio) {
+        m_icono.reset();
+        m_propio.Muestra(Pixeles());
+    } else {
+        m_propio.Quita();
+        Crea();
+    }
+}
+
 // Anew each time on the bus: an icon that was made for a watcher that is gone doesn't come back by itself with the next
 // one. The windows of the other kind are moved by the toolkit.
 void cBandeja::Crea() {
-    if (m_protocolo == Protocolo::Ninguno) m_protocolo = m_vigia.HayEnElBus() ? Protocolo::Bus : Protocolo::X;
     if (m_icono && m_protocolo == Protocolo::X) return;
     m_icono = std::make_unique<QSystemTrayIcon>(Icono(m_numero));
     m_icono->setToolTip(QLatin1String(Producto::Titulo));
     PonMenu();
+    if (m_protocolo == Protocolo::X) qApp->installEventFilter(this);  // once, however often it is asked for
     connect(m_icono.get(), &QSystemTrayIcon::activated, this,
             [this](QSystemTrayIcon::ActivationReason motivo) { Pulsado(motivo); });
     m_icono->show();
+}
+
+std::vector<ImagenPixeles> cBandeja::Pixeles() {
+    std::vector<ImagenPixeles> imagenes;
+    for (const int tamano : {16, 22, 24, 32, 48}) {
+        const QImage imagen =
+            Icono(m_numero).pixmap(QSize(tamano, tamano), 1.0).toImage().convertToFormat(QImage::Format_ARGB32);
+        ImagenPixeles una{imagen.width(), imagen.height(), {}};
+        for (int y = 0; y < imagen.height(); ++y) {
+            const auto *fila = reinterpret_cast<const QRgb *>(imagen.constScanLine(y));
+            una.pixeles.insert(una.pixeles.end(), fila, fila + imagen.width());
+        }
+        imagenes.push_back(std::move(una));
+    }
+    return imagenes;
+}
+
+void cBandeja::AbreMenu(const QPoint &donde) {
+    m_plazoMenu.setRemainingTime(kFocoMs);
+    IntentaMenu(donde);
+}
+
+// A window of ours that has just been closed still has the focus for a moment, and its loss would close the menu again.
+void cBandeja::IntentaMenu(const QPoint &donde) {
+    const QWindow *foco = QGuiApplication::focusWindow();
+    if (foco && !foco->isVisible() && !m_plazoMenu.hasExpired())
+        QTimer::singleShot(kVueltaMs, this, [this, donde] { IntentaMenu(donde); });
+    else if (m_menu)
+        m_menu->popup(donde);
 }
 
 // On the bus the panel draws the menu. In a window of ours the toolkit would open it at the button's press already.
@@ -81,10 +132,6 @@ void cBandeja::SetMenu(QMenu *menu) {
 }
 
 void cBandeja::Pulsado(QSystemTrayIcon::ActivationReason motivo) {
-    if (motivo == QSystemTrayIcon::Context && m_protocolo == Protocolo::X) {
-        qApp->installEventFilter(this);  // for the time of one press
-        return;
-    }
     const bool segundo = motivo == QSystemTrayIcon::Trigger && m_desdeClick.isValid() &&
                          !m_desdeClick.hasExpired(QApplication::doubleClickInterval());
     if (motivo == QSystemTrayIcon::DoubleClick || segundo) {
@@ -95,14 +142,13 @@ void cBandeja::Pulsado(QSystemTrayIcon::ActivationReason motivo) {
     }
 }
 
+// The toolkit tells of the right button's press, and of the second of two quick ones not at all. The release comes to
+// its window wherever the pointer is by then.
 bool cBandeja::eventFilter(QObject *objeto, QEvent *evento) {
-    if (evento->type() == QEvent::MouseButtonPress) qApp->removeEventFilter(this);  // the release went astray
-    if (evento->type() == QEvent::MouseButtonRelease) {
+    if (evento->type() == QEvent::MouseButtonRelease &&
+        (objeto->inherits(kVentanaDelToolkit) || objeto->objectName() == QLatin1String(kVentanaDelToolkit))) {
         const auto &raton = static_cast<const QMouseEvent &>(*evento);
-        if (raton.button() == Qt::RightButton) {
-            qApp->removeEventFilter(this);
-            if (m_menu) m_menu->popup(raton.globalPosition().toPoint());
-        }
+        if (raton.button() == Qt::RightButton) AbreMenu(raton.globalPosition().toPoint());
     }
     return QObject::eventFilter(objeto, evento);
 }

@@ -3,6 +3,7 @@
 // when there is one. Owned by main. Main thread.
 #pragma once
 
+#include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QIcon>
 #include <QObject>
@@ -11,6 +12,7 @@
 #include <functional>
 #include <memory>
 
+#include "desktop/IconoDelBus.h"
 #include "desktop/VigiaBandeja.h"
 #include "reader/Puertos.h"
 #include "settings/cLog.h"
@@ -21,7 +23,7 @@ namespace ondalis {
 
 class cBandeja : public QObject, public cIconoBarra {
 public:
-    cBandeja(VigiaBandeja &vigia, cLog &log);
+    cBandeja(VigiaBandeja &vigia, IconoDelBus &propio, cLog &log);
     ~cBandeja() override;
 
     // The first picture brings the icon up; the same one again costs nothing.
@@ -31,10 +33,11 @@ public:
     void SetMenu(QMenu *menu);              // null: none; stays the caller's
     QMenu *Menu() const { return m_menu; }  // what the right button opens
     void AlDobleClick(std::function<void()> aviso) { m_alDobleClick = std::move(aviso); }
-    bool Visible() const { return m_icono && m_icono->isVisible(); }
+    bool Visible() const { return m_mostradoPropio || (m_icono && m_icono->isVisible()); }
 
     // There is a panel that shows the icon, or would as soon as there is one. The toolkit settles for a protocol with
-    // the first icon of the process: from then on a panel of the other kind is none.
+    // the first icon of the process. Where that was the one of windows, an icon of our own serves the bus; where it was
+    // the bus, a panel that takes windows in is none.
     bool HaySitio();
     // Called when HaySitio may have changed.
     void AlCambiarSitio(std::function<void()> aviso) { m_alCambiarSitio = std::move(aviso); }
@@ -48,19 +51,26 @@ protected:
 
 private:
     enum class Protocolo { Ninguno, Bus, X };
-    void Aparece();
+    void Cambia();
+    void Reparte();
     void Crea();
+    std::vector<ImagenPixeles> Pixeles();
+    void AbreMenu(const QPoint &donde);
+    void IntentaMenu(const QPoint &donde);
     void PonMenu();
     const QIcon &Icono(int numero);
 
     VigiaBandeja &m_vigia;
+    IconoDelBus &m_propio;
     cLog &m_log;
     std::array<QIcon, NumImagenes> m_iconos;  // loaded on first use
     std::unique_ptr<QSystemTrayIcon> m_icono;
     Protocolo m_protocolo = Protocolo::Ninguno;
+    bool m_mostradoPropio = false;
     QMenu *m_menu = nullptr;
     int m_numero = 0;
     QElapsedTimer m_desdeClick;
+    QDeadlineTimer m_plazoMenu;
     std::function<void()> m_alDobleClick;
     std::function<void()> m_alCambiarSitio;
 };

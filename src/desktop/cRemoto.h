@@ -12,15 +12,14 @@ namespace ondalis {
 
 class cRemoto {
 public:
-    // Connects from the event loop: a bus that is slow or missing holds nothing up.
-    cRemoto(cFormPrincipal &form, cCola &cola, const cEstadoVoz &estado, cLog &log);
+    // `bus`: borrowed; it serves others too.
+    cRemoto(cFormPrincipal &form, cCola &cola, const cEstadoVoz &estado, cConexionBus &bus);
     ~cRemoto();
     cRemoto(const cRemoto &) = delete;
     cRemoto &operator=(const cRemoto &) = delete;
 
 private:
     cFormPrincipal &m_form;
-    cConexionBus m_bus;
     cServicioVoz m_servicio;
     cReproduccion m_controles;
     cMpris m_mpris;

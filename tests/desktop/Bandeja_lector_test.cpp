@@ -4,6 +4,7 @@
 
 #include "desktop/cBandeja.h"
 #include "desktop/cMenuBandeja.h"
+#include "fakes/IconoDelBusGuion.h"
 #include "reader/PruebaLector.h"
 
 namespace ondalis::prueba {
@@ -11,6 +12,7 @@ namespace ondalis::prueba {
 class VigiaPresente : public VigiaBandeja {
 public:
     bool HayEnElBus() override { return true; }
+    bool LlegaElToolkit() override { return true; }
     bool HayEnX() override { return false; }
     void SetAlAparecer(std::function<void()>) override {}
     void SetAlDesaparecer(std::function<void()>) override {}
@@ -41,7 +43,8 @@ protected:
     }
 
     VigiaPresente vigia;
-    cBandeja bandeja{vigia, log};
+    IconoDelBusGuion propio;
+    cBandeja bandeja{vigia, propio, log};
     cMenuBandeja espejo{menu, cola};
 };
 

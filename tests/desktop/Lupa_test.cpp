@@ -1,9 +1,11 @@
 #include "desktop/Lupa.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QScreen>
 
 #include "fakes/MensajesGuion.h"
 #include "fakes/PrioridadFalsa.h"
@@ -74,6 +76,40 @@ TEST_F(LupaPrueba, AHiddenOrMinimisedWindowIsNotServed) {
     lupa.setWindowState(Qt::WindowNoState);
     QCoreApplication::sendPostedEvents();
     EXPECT_TRUE(timer.Enabled());
+}
+
+// Runs where the desktop has two screens (desktop_ui_dos_monitores).
+class LupaConDosMonitores : public LupaPrueba {
+protected:
+    void SetUp() override {
+        if (QGuiApplication::screens().size() < 2) GTEST_SKIP() << "one screen only; see desktop_ui_dos_monitores";
+    }
+    void Guarda(int x, int y) {
+        for (const auto &[clave, valor] : {std::pair("LeftLupa", x), std::pair("TopLupa", y)})
+            r.Salva(QStringLiteral("Ventana"), QLatin1String(clave), QString::number(valor * 15));
+    }
+    QPoint Lugar() {
+        lupa.Muestra();
+        QCoreApplication::sendPostedEvents();
+        return lupa.pos();
+    }
+};
+
+TEST_F(LupaConDosMonitores, TheScreenIsTheUnionOfTheMonitors) {
+    EXPECT_THAT(lupa.Monitores(), testing::UnorderedElementsAre(QRect(0, 200, 800, 600), QRect(800, 0, 1280, 800)));
+    EXPECT_EQ(Lugar(), QPoint(2080 - 480, 800 - 360));
+}
+
+TEST_F(LupaConDosMonitores, AMagnifierLeftOnTheSecondMonitorComesBackThere) {
+    Guarda(900, 50);
+    EXPECT_EQ(Lugar(), QPoint(900, 50));
+    EXPECT_EQ(lupa.screen()->geometry(), QRect(800, 0, 1280, 800));
+}
+
+TEST_F(LupaConDosMonitores, ATitleBarThatNoMonitorShowsTakesTheFreshPlaceOfTheFirst) {
+    Guarda(100, 50);  // above the first monitor, whose top is lower
+    const QRect primero = lupa.Monitores().front();
+    EXPECT_EQ(Lugar(), primero.topLeft() + QPoint(primero.width() - 480, primero.height() - 360));
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QDirIterator>
 #include <QFile>
 #include <QKeyEvent>
 #include <QPushButton>
@@ -67,6 +68,40 @@ TEST_F(VentanaAyudaPrueba, EveryTopicThatTheSystemNamesResolves) {
         EXPECT_EQ(visor.Ventana()->Tema(), *tema ? QLatin1String(tema) : QLatin1String(VentanaAyuda::Inicio));
         EXPECT_GT(Texto().toPlainText().size(), 100) << tema;
         CompruebaAncla(QLatin1String(tema));
+    }
+}
+
+TEST_F(VentanaAyudaPrueba, EveryTopicWrittenInTheSourcesResolves) {
+    static const QRegularExpression tema(QStringLiteral(R"re("(\w+\.htm(?:#\w+)?)")re"));
+    QStringList temas;
+    QDirIterator ficheros(QStringLiteral(FUENTES), {QStringLiteral("*.cpp"), QStringLiteral("*.h")}, QDir::Files,
+                          QDirIterator::Subdirectories);
+    while (ficheros.hasNext()) {
+        QFile fuente(ficheros.next());
+        ASSERT_TRUE(fuente.open(QIODevice::ReadOnly));
+        for (auto i = tema.globalMatch(QString::fromUtf8(fuente.readAll())); i.hasNext();)
+            temas << i.next().captured(1);
+    }
+    EXPECT_TRUE(temas.contains(QLatin1String(VentanaAyuda::Inicio)));  // the search finds at least this one
+    for (const QString &uno : temas) {
+        ASSERT_FALSE(visor.Muestra(fichero, 0, uno)) << uno.toStdString();
+        CompruebaAncla(uno);
+    }
+}
+
+TEST_F(VentanaAyudaPrueba, TheBookTellsOfWhatHasNoPageOfItsOwn) {
+    const std::pair<const char *, const char *> lugares[] = {{"OrdenesRemotas.htm", "com.ferrano.Ondalis.Voice"},
+                                                             {"LineaComandos.htm", "-help"},
+                                                             {"LineaComandos.htm", "-clear"},
+                                                             {"Teclas.htm", "multimedia"},
+                                                             {"Lupa.htm", "cruz"},
+                                                             {"Problemas.htm", "zona de notificación"},
+                                                             {"Problemas.htm", "ventana con las entradas del menú"}};
+    for (const auto &[pagina, palabra] : lugares) {
+        ASSERT_FALSE(visor.Muestra(fichero, 0, QLatin1String(pagina)));
+        QString texto = Texto().toPlainText();
+        EXPECT_TRUE(texto.replace(QLatin1Char('\n'), QLatin1Char(' ')).contains(QString::fromUtf8(palabra)))
+            << pagina << ": " << palabra;
     }
 }
 

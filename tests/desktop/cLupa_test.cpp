@@ -6,6 +6,7 @@
 #include "fakes/PrioridadFalsa.h"
 #include "fakes/RegistroPropio.h"
 #include "fakes/TemporizadorFalso.h"
+#include "settings/cOpcGeneral.h"
 
 namespace ondalis {
 namespace {
@@ -138,6 +139,44 @@ TEST_F(cLupaPrueba, AStoredPlaceBeyondTheScreenFallsBackToTheFreshOne) {
     r.Salva(QStringLiteral("Ventana"), QStringLiteral("TopLupa"), QStringLiteral("150"));
     lupa.Form_Load();
     EXPECT_EQ(vista.sitio.topLeft(), QPoint(800, 10));
+}
+
+TEST_F(cLupaPrueba, WithSeveralMonitorsTheFreshPlaceIsThatOfTheirUnion) {
+    vista.monitores = {{0, 0, 1280, 800}, {1280, 0, 1920, 1080}};
+    lupa.Form_Load();
+    EXPECT_EQ(vista.sitio, QRect(3200 - 480, 1080 - 360, 400, 300));
+}
+
+TEST_F(cLupaPrueba, APlaceThatNoMonitorShowsAnyMoreFallsBackToOneThatIsSeen) {
+    r.Salva(QStringLiteral("Ventana"), QStringLiteral("LeftLupa"), QString::number(1500 * 15));
+    r.Salva(QStringLiteral("Ventana"), QStringLiteral("TopLupa"), QString::number(900 * 15));
+    vista.monitores = {{0, 0, 1280, 800}, {1280, 0, 1920, 1080}};
+    lupa.Form_Load();
+    EXPECT_EQ(vista.sitio.topLeft(), QPoint(1500, 900));
+    vista.monitores = {{0, 0, 1280, 1080}, {1280, 0, 1920, 800}};  // the second is lower no more
+    lupa.Form_Load();
+    EXPECT_TRUE(vista.monitores[0].contains(vista.sitio.topLeft()));
+}
+
+TEST_F(cLupaPrueba, AcrossTheBorderOfTwoMonitorsTheCopyIsOfBoth) {
+    captura.estado.tamano = {3200, 1080};
+    captura.estado.puntero = {1280, 500};
+    lupa.SetVisible(true);
+    timer.Vence();
+    ASSERT_EQ(captura.copias.size(), 1U);
+    EXPECT_EQ(captura.copias[0], OrigenLupa({1280, 500}, {40, 30}));
+    EXPECT_LT(captura.copias[0].left(), 1280);
+    EXPECT_GT(captura.copias[0].right(), 1280);
+    captura.estado.puntero = {3199, 1079};  // the far corner of the last one
+    timer.Vence();
+    EXPECT_EQ(captura.copias[1].bottomRight(), QPoint(3199, 1079));
+}
+
+TEST_F(cLupaPrueba, ClosedByHandTheConfigurationPageShowsItOffWhenNextOpened) {
+    r.Salva(QStringLiteral("General"), QStringLiteral("VerLupa"), QStringLiteral("True"));
+    EXPECT_TRUE(cOpcGeneral(r.Registro(), r.Log()).VerLupa());
+    lupa.Form_QueryUnload(cLupa::PorElUsuario);
+    EXPECT_FALSE(cOpcGeneral(r.Registro(), r.Log()).VerLupa());
 }
 
 TEST_F(cLupaPrueba, ClosingByHandWritesTheOptionOffAndClosingOtherwiseDoesNot) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <signal.h>
 
 #include <QCoreApplication>
 #include <QDBusConnection>
@@ -47,6 +48,9 @@ public:
         m_proceso.kill();
         m_proceso.waitForFinished();
     }
+    // The daemon hangs: it is there and answers nobody, until Sigue.
+    void Para() { kill(static_cast<pid_t>(m_proceso.processId()), SIGSTOP); }
+    void Sigue() { kill(static_cast<pid_t>(m_proceso.processId()), SIGCONT); }
     static QString Direccion() {
         static const QTemporaryDir carpeta(QStringLiteral("/tmp/ondalis-bus-XXXXXX"));
         return QStringLiteral("unix:path=") + carpeta.filePath(QStringLiteral("bus"));

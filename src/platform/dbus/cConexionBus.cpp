@@ -1,9 +1,9 @@
 #include "platform/dbus/cConexionBus.h"
 
-#include <QDBusConnectionInterface>
 #include <QDBusError>
 #include <QDBusMessage>
-#include <QFileInfo>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
 #include <algorithm>
 
 namespace ondalis {
@@ -12,12 +12,8 @@ namespace {
 
 constexpr int kPrimerIntervaloMs = 250;
 constexpr int kUltimoIntervaloMs = 30'000;
-
-// Without either of these the library would start a bus of its own, which nobody would ever see.
-bool HayDireccion() {
-    return qEnvironmentVariableIsSet("DBUS_SESSION_BUS_ADDRESS") ||
-           QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + QStringLiteral("/bus"));
-}
+constexpr std::chrono::seconds kLimiteSonda(2);
+constexpr uint kDuenoDelNombre = 1;  // RequestName's answer, by the bus's protocol
 
 }  // namespace
 
@@ -31,23 +27,45 @@ cConexionBus::~cConexionBus() {
     if (!m_nombre.isEmpty()) QDBusConnection::disconnectFromBus(m_nombre);
 }
 
+void cConexionBus::AlConectar(std::function<void(QDBusConnection &)> registra) {
+    m_registran.push_back(std::move(registra));
+    if (!Conectada()) return;
+    QDBusConnection bus = Bus();
+    m_registran.back()(bus);
+}
+
 void cConexionBus::Conecta() {
-    if (!Conectada()) m_reintento.start();
+    if (!Conectada() && !m_reintento.isActive()) m_reintento.start();
+}
+
+void cConexionBus::ConectaYa(std::chrono::milliseconds limite) {
+    if (Conectada()) return;
+    const QString direccion = DireccionBusSesion();
+    const VidaBus vida = SondeaBus(direccion, limite);
+    if (vida == VidaBus::Responde)
+        Une(direccion);
+    else
+        Falla(vida);
 }
 
 void cConexionBus::Intenta() {
+    const QString direccion = DireccionBusSesion();
+    m_sonda.Pregunta(direccion, kLimiteSonda, [this, direccion](VidaBus vida) {
+        if (vida == VidaBus::Responde)
+            Une(direccion);
+        else
+            Falla(vida);
+    });
+}
+
+// By its address: what the library takes for the session's is decided once a process.
+void cConexionBus::Une(const QString &direccion) {
     static int numero = 0;  // a connection's name is used once in the process
     const QString nombre = QStringLiteral("ondalis-%1").arg(++numero);
-    QDBusConnection bus = HayDireccion() ? QDBusConnection::connectToBus(QDBusConnection::SessionBus, nombre)
-                                         : QDBusConnection(QString());
+    QDBusConnection bus = QDBusConnection::connectToBus(direccion, nombre);
     if (!bus.isConnected()) {
         QDBusConnection::disconnectFromBus(nombre);
-        if (m_intentos == 0)
-            m_log.Escribe(QStringLiteral("cConexionBus.Conecta: "),
-                          QStringLiteral("No hay bus de sesión: no se atienden órdenes de otros programas"));
-        m_reintento.setInterval(std::min(kUltimoIntervaloMs, kPrimerIntervaloMs << std::min(m_intentos, 8)));
-        ++m_intentos;
-        m_reintento.start();
+        Falla(VidaBus::NoEsta);
         return;
     }
     m_intentos = 0;
@@ -55,6 +73,17 @@ void cConexionBus::Intenta() {
     bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"), QStringLiteral("org.freedesktop.DBus.Local"),
                 QStringLiteral("Disconnected"), this, SLOT(Perdida()));
     for (const auto &registra : m_registran) registra(bus);
+}
+
+void cConexionBus::Falla(VidaBus vida) {
+    if (m_intentos == 0)
+        m_log.Escribe(QStringLiteral("cConexionBus.Conecta: "),
+                      vida == VidaBus::Calla
+                          ? QStringLiteral("El bus de sesión no contesta: no se atienden órdenes de otros programas")
+                          : QStringLiteral("No hay bus de sesión: no se atienden órdenes de otros programas"));
+    m_reintento.setInterval(std::min(kUltimoIntervaloMs, kPrimerIntervaloMs << std::min(m_intentos, 8)));
+    ++m_intentos;
+    m_reintento.start();
 }
 
 void cConexionBus::Perdida() {
@@ -65,17 +94,31 @@ void cConexionBus::Perdida() {
     m_reintento.setInterval(kPrimerIntervaloMs);
     m_intentos = 1;  // the loss has been logged already
     m_reintento.start();
+    for (const auto &pierde : m_pierden) pierde();
 }
 
 void cConexionBus::NombraComo(QDBusConnection &bus, const char *nombre) {
-    const auto respuesta = bus.interface()->registerService(
-        QLatin1String(nombre), QDBusConnectionInterface::QueueService, QDBusConnectionInterface::DontAllowReplacement);
-    if (respuesta.isValid() && respuesta.value() == QDBusConnectionInterface::ServiceRegistered) return;
-    m_log.Escribe(QStringLiteral("cConexionBus.NombraComo: "),
-                  QStringLiteral("%1: %2").arg(QLatin1String(nombre), respuesta.isValid()
-                                                                          ? QStringLiteral("lo tiene otro programa")
-                                                                          : respuesta.error().message()));
+    QDBusMessage peticion =
+        QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+                                       QStringLiteral("org.freedesktop.DBus"), QStringLiteral("RequestName"));
+    peticion << QLatin1String(nombre) << 0U;  // in the queue, and not to be replaced
+    auto *espera = new QDBusPendingCallWatcher(bus.asyncCall(peticion), this);
+    connect(espera, &QDBusPendingCallWatcher::finished, this, [this, nombre](QDBusPendingCallWatcher *llamada) {
+        llamada->deleteLater();
+        const QDBusPendingReply<uint> respuesta = *llamada;
+        if (respuesta.isValid() && respuesta.value() == kDuenoDelNombre) return;
+        m_log.Escribe(QStringLiteral("cConexionBus.NombraComo: "),
+                      QStringLiteral("%1: %2").arg(QLatin1String(nombre), respuesta.isValid()
+                                                                              ? QStringLiteral("lo tiene otro programa")
+                                                                              : respuesta.error().message()));
+    });
 }
+
+void cConexionBus::Publica(const char *ruta, QObject *objeto) {
+    Bus().registerObject(QLatin1String(ruta), objeto, QDBusConnection::ExportScriptableContents);
+}
+
+void cConexionBus::Retira(const char *ruta) { Bus().unregisterObject(QLatin1String(ruta)); }
 
 void cConexionBus::AvisaCambio(const char *ruta, const char *interfaz, const QVariantMap &cambios) {
     QDBusMessage senal = QDBusMessage::createSignal(

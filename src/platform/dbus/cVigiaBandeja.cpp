@@ -2,8 +2,6 @@
 
 #include <xcb/xfixes.h>
 
-#include <QDBusConnection>
-#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusVariant>
 
@@ -13,19 +11,99 @@ namespace {
 
 const QString kVigilante = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString kObjeto = QStringLiteral("/StatusNotifierWatcher");
-constexpr int kLimiteMs = 500;
+const QString kBus = QStringLiteral("org.freedesktop.DBus");
+constexpr int kPrimerLimiteMs = 500;
 
 }  // namespace
 
-cVigiaBandeja::cVigiaBandeja()
-    : m_bus(kVigilante, QDBusConnection::sessionBus(),
-            QDBusServiceWatcher::WatchForRegistration | QDBusServiceWatcher::WatchForUnregistration),
-      m_x([this](const xcb_generic_event_t &evento) { EventoX(evento); }) {
-    connect(&m_bus, &QDBusServiceWatcher::serviceRegistered, this, [this] { VigilanteNuevo(); });
-    connect(&m_bus, &QDBusServiceWatcher::serviceUnregistered, this, [this] { VigilanteIdo(); });
-    QDBusConnection::sessionBus().connect(QString(), kObjeto, kVigilante,
-                                          QStringLiteral("StatusNotifierHostRegistered"), this,
-                                          SLOT(AnfitrionRegistrado()));
+cVigiaBandeja::cVigiaBandeja(cConexionBus &bus)
+    : m_bus(bus), m_x([this](const xcb_generic_event_t &evento) { EventoX(evento); }) {
+    m_bus.AlConectar([this](QDBusConnection &conexion) { Escucha(conexion); });
+    m_bus.AlPerder([this] {
+        m_pregunta.reset();
+        VigilanteIdo();
+    });
+    ConectaX();
+}
+
+// Signals of whoever sends them: to watch a name as well the library would wait for its owner.
+void cVigiaBandeja::Escucha(QDBusConnection &bus) {
+    bus.connect(QString(), kObjeto, kVigilante, QStringLiteral("StatusNotifierHostRegistered"), this,
+                SLOT(AnfitrionRegistrado()));
+    bus.connect(QString(), kObjeto, kVigilante, QStringLiteral("StatusNotifierHostUnregistered"), this,
+                SLOT(AnfitrionRetirado()));
+    bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus"), kBus, QStringLiteral("NameOwnerChanged"),
+                {kVigilante}, QStringLiteral("sss"), this, SLOT(CambiaDueno(QString, QString, QString)));
+    Pregunta(m_primera ? kPrimerLimiteMs : kLimiteMs);
+}
+
+// A watcher alone shows nothing: a panel must have told it that it is there. The toolkit asks the same question.
+void cVigiaBandeja::Pregunta(int limiteMs) {
+    QDBusMessage pregunta = QDBusMessage::createMethodCall(
+        kVigilante, kObjeto, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
+    pregunta << kVigilante << QStringLiteral("IsStatusNotifierHostRegistered");
+    pregunta.setAutoStartService(false);
+    m_pregunta = std::make_unique<QDBusPendingCallWatcher>(m_bus.Pide(pregunta, limiteMs));
+    connect(m_pregunta.get(), &QDBusPendingCallWatcher::finished, this,
+            [this](const QDBusPendingCallWatcher *llamada) { Contesta(llamada->reply()); });
+}
+
+// True: a panel has reported to it. A bus that hangs says nothing: it is asked once more, and what was known stays.
+bool cVigiaBandeja::Entiende(const QDBusMessage &respuesta) {
+    m_primera = false;
+    if (respuesta.errorName() == QLatin1String("org.freedesktop.DBus.Error.NoReply")) {
+        Pregunta(kLimiteMs);
+        return m_enElBus;
+    }
+    return respuesta.type() == QDBusMessage::ReplyMessage && !respuesta.arguments().isEmpty() &&
+           respuesta.arguments().constFirst().value<QDBusVariant>().variant().toBool();
+}
+
+void cVigiaBandeja::Contesta(const QDBusMessage &respuesta) {
+    if (m_pregunta) m_pregunta.release()->deleteLater();
+    if (Entiende(respuesta))
+        AnfitrionRegistrado();
+    else
+        VigilanteIdo();
+}
+
+bool cVigiaBandeja::HayEnElBus() {
+    if (m_primera && m_pregunta) {
+        QDBusPendingCall llamada = *m_pregunta;
+        m_pregunta.reset();  // who asks has the answer by this call
+        llamada.waitForFinished();
+        m_enElBus = Entiende(llamada.reply());
+    }
+    return m_enElBus;
+}
+
+bool cVigiaBandeja::HayEnX() {
+    if (!m_x.Viva() || m_seleccion == XCB_NONE) return false;
+    const XcbPtr<xcb_get_selection_owner_reply_t> dueno(
+        xcb_get_selection_owner_reply(m_x.Xcb(), xcb_get_selection_owner(m_x.Xcb(), m_seleccion), nullptr));
+    m_x.Despacha();
+    return dueno && dueno->owner != XCB_NONE;
+}
+
+// The panel of a new watcher may report to it later; then its signal tells.
+void cVigiaBandeja::CambiaDueno(const QString &, const QString &, const QString &nuevo) {
+    m_pregunta.reset();
+    VigilanteIdo();
+    if (!nuevo.isEmpty()) Pregunta(kLimiteMs);
+}
+
+void cVigiaBandeja::VigilanteIdo() {
+    if (!std::exchange(m_enElBus, false)) return;
+    if (m_alDesaparecer) m_alDesaparecer();
+}
+
+void cVigiaBandeja::AnfitrionRegistrado() {
+    m_primera = false;
+    if (std::exchange(m_enElBus, true)) return;
+    if (m_alAparecer) m_alAparecer();
+}
+
+void cVigiaBandeja::ConectaX() {
     if (!m_x.Viva()) return;
     const auto *xfixes = xcb_get_extension_data(m_x.Xcb(), &xcb_xfixes_id);
     if (!xfixes || !xfixes->present) return;
@@ -38,43 +116,6 @@ cVigiaBandeja::cVigiaBandeja()
                                           XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
                                           XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
     m_x.Despacha();
-}
-
-// A watcher alone shows nothing: a panel must have told it that it is there. The toolkit asks the same question.
-bool cVigiaBandeja::HayEnElBus() {
-    const auto *bus = QDBusConnection::sessionBus().interface();
-    if (!bus || !bus->isServiceRegistered(kVigilante)) return false;
-    QDBusMessage pregunta = QDBusMessage::createMethodCall(
-        kVigilante, kObjeto, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
-    pregunta << kVigilante << QStringLiteral("IsStatusNotifierHostRegistered");
-    const QDBusMessage respuesta = QDBusConnection::sessionBus().call(pregunta, QDBus::Block, kLimiteMs);
-    return respuesta.type() == QDBusMessage::ReplyMessage && !respuesta.arguments().isEmpty() &&
-           respuesta.arguments().constFirst().value<QDBusVariant>().variant().toBool();
-}
-
-bool cVigiaBandeja::HayEnX() {
-    if (!m_x.Viva() || m_seleccion == XCB_NONE) return false;
-    const XcbPtr<xcb_get_selection_owner_reply_t> dueno(
-        xcb_get_selection_owner_reply(m_x.Xcb(), xcb_get_selection_owner(m_x.Xcb(), m_seleccion), nullptr));
-    m_x.Despacha();
-    return dueno && dueno->owner != XCB_NONE;
-}
-
-// Its panel may report to it later; then its signal tells.
-void cVigiaBandeja::VigilanteNuevo() {
-    m_avisadoBus = false;
-    if (HayEnElBus()) AnfitrionRegistrado();
-}
-
-void cVigiaBandeja::VigilanteIdo() {
-    m_avisadoBus = false;
-    if (m_alDesaparecer) m_alDesaparecer();
-}
-
-void cVigiaBandeja::AnfitrionRegistrado() {
-    if (m_avisadoBus) return;
-    m_avisadoBus = true;
-    if (m_alAparecer) m_alAparecer();
 }
 
 void cVigiaBandeja::EventoX(const xcb_generic_event_t &evento) {

@@ -9,6 +9,8 @@
 #include <QDir>
 #include <algorithm>
 
+#include "platform/dbus/SondaBus.h"
+
 namespace ondalis {
 
 namespace {
@@ -20,6 +22,12 @@ class Elevador {
 public:
     bool Eleva(id_t hilo, int valor) {
         if (m_plazo.hasExpired() || !m_sirve) return false;
+        if (!m_sondeado) {
+            m_sondeado = true;
+            const std::chrono::milliseconds resto(m_plazo.remainingTime());
+            m_sirve = SondeaBus(DireccionBusSistema(), resto) == VidaBus::Responde;
+            if (!m_sirve) return false;
+        }
         const QDBusConnection bus = QDBusConnection::systemBus();
         QDBusMessage peticion = QDBusMessage::createMethodCall(
             QStringLiteral("org.freedesktop.RealtimeKit1"), QStringLiteral("/org/freedesktop/RealtimeKit1"),
@@ -34,6 +42,7 @@ public:
 private:
     QDeadlineTimer m_plazo{cPrioridadUnix::LimiteMs};
     bool m_sirve = true;
+    bool m_sondeado = false;
 };
 
 // Linux keeps a nice value for each thread; a call for a process reaches only the one that calls.

@@ -6,6 +6,7 @@ folder, which goes at the end (it stays when a test fails and CONSERVA=1 is set)
 import glob
 import os
 import shutil
+import signal
 import subprocess
 import tempfile
 
@@ -119,6 +120,13 @@ class Escritorio:
     def mata_bus(self):
         self._bus.kill()
         self._bus.wait()
+
+    def para_bus(self):
+        """The bus hangs: it is there and answers nobody."""
+        self._bus.send_signal(signal.SIGSTOP)
+
+    def sigue_bus(self):
+        self._bus.send_signal(signal.SIGCONT)
 
     def arranca_bandeja(self):
         """The tray's host; also after mata_bandeja."""

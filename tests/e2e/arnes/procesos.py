@@ -13,6 +13,10 @@ def _muere_con_el_padre():
     _libc.prctl(_PR_SET_PDEATHSIG, signal.SIGKILL)
 
 
+class Saltado(Exception):
+    """A scenario that this machine can't run; the text says why."""
+
+
 def espera(condicion, limite=15.0, paso=0.01, que='a condition'):
     """Asks `condicion` until it gives something true, and returns that; fails after `limite` seconds."""
     fin = time.monotonic() + limite

@@ -1,12 +1,18 @@
 """The harness against itself: what it would report of the reader, it must first report of a sound and a key of its own."""
+import contextlib
+import importlib.machinery
+import importlib.util
+import io
 import os
+import sys
 import time
+import unittest.mock
 
 import numpy as np
 
 from arnes import sonido
 from arnes.banco import Banco, en_orden, percentil
-from arnes.procesos import espera
+from arnes.procesos import Saltado, espera
 
 CASOS = {}
 
@@ -144,3 +150,24 @@ def arnes_sobrevive_a_la_muerte_del_servidor_de_sonido():
         b.espera_sonido(desde=t)
         b.espera_silencio(0.3)
         assert b.numeros(t) == [42]
+
+
+@caso
+def un_escenario_que_esta_maquina_no_puede_correr_dice_skip_y_no_bien():
+    ruta = os.path.join(os.path.dirname(os.path.dirname(os.path.abspath(__file__))), 'ejecuta')
+    cargador = importlib.machinery.SourceFileLoader('ejecuta', ruta)
+    ejecuta = importlib.util.module_from_spec(importlib.util.spec_from_loader('ejecuta', cargador))
+    cargador.exec_module(ejecuta)
+
+    def salta():
+        raise Saltado('no panel here')
+    ejecuta.casos = lambda: {'uno': ('g', salta), 'otro': ('g', lambda: None), 'roto': ('g', lambda: 1 // 0)}
+    for argumentos, estado, dicho in ((['uno'], 77, ['SKIP  uno: no panel here']), (['otro'], 0, ['bien  otro']),
+                                      (['uno', 'otro'], 0, ['SKIP  uno', 'bien  otro']),
+                                      (['uno', 'roto'], 1, ['SKIP  uno', 'MAL   roto'])):
+        salida = io.StringIO()
+        with contextlib.redirect_stdout(salida), unittest.mock.patch.object(sys, 'argv', ['ejecuta', *argumentos]):
+            assert ejecuta.main() == estado, argumentos
+        for linea in dicho:
+            assert linea in salida.getvalue(), salida.getvalue()
+        assert 'bien  uno' not in salida.getvalue()

@@ -1,5 +1,6 @@
 """Other programs on the session bus: commands, ondalisctl, player controls."""
 import os
+import re
 import signal
 import subprocess
 import time
@@ -205,6 +206,87 @@ def un_fichero_se_lee_entero_y_sigterm_lo_corta():
         t = time.monotonic()
         assert b.termina_lector() == 0
         assert time.monotonic() - t < 3
+
+
+SAPI5 = {'Voz': {'FabricanteActivo': 'Pruebas', 'VozActiva': 'Tono español'}}
+
+
+@caso
+def con_una_voz_sapi5_un_fichero_se_lee_entero_se_anuncia_y_sigterm_lo_corta():
+    with Banco(ajustes=SAPI5) as b:
+        espera_lector(b)
+        dicho = vigila(b)
+        ruta = os.path.join(b.escritorio.carpeta, 'libro.txt')
+        with open(ruta, 'w', encoding='utf-8') as f:
+            f.write(texto_tonos(0, 6))
+        t = time.monotonic()
+        assert ctl(b, '--espera', 'fichero', ruta)[0] == 0
+        time.sleep(0.3)
+        assert [k for k in b.numeros(t) if k is not None] == list(range(6)), b.numeros(t)
+        assert "'DDELink': <'StopSpeaking'>" in dicho()
+        with open(ruta, 'w', encoding='utf-8') as f:
+            f.write(texto_tonos(0, 60))
+        t = time.monotonic()
+        ctl(b, 'fichero', ruta)
+        b.espera_palabra(3, desde=t)
+        b.tecla('ctrl+2')  # keys wait while a file is spoken
+        b.espera_palabra(8, desde=t)
+        assert len(b.motores()) == 1, 'the other family, whose files have a worker of their own, has read it'
+        assert ctl(b, '--plazo', '5', 'habla', 'n70')[0] == 0  # accepted, and never carried out
+        t = time.monotonic()
+        assert b.termina_lector() == 0
+        assert time.monotonic() - t < 3
+        assert 70 not in b.numeros(t)
+
+
+def _salir_por_el_bus(b, servicio):
+    """Chooses "Salir" in the icon's menu as a panel does that draws the menu itself."""
+    ruta = gdbus(b, '-d', servicio, '-o', '/StatusNotifierItem', '-m', 'org.freedesktop.DBus.Properties.Get',
+                 'org.kde.StatusNotifierItem', 'Menu').split("'")[1]
+    arbol = gdbus(b, '-d', servicio, '-o', ruta, '-m', 'com.canonical.dbusmenu.GetLayout', '0', '1', '[]')
+    numero = re.search(r"\((\d+), \{(?:(?!\(\d+, \{).)*'label': <'Salir'>", arbol).group(1)
+    gdbus(b, '-d', servicio, '-o', ruta, '-m', 'com.canonical.dbusmenu.Event', numero, 'clicked', '<0>', '0')
+
+
+@caso
+def salir_del_menu_del_panel_corta_el_fichero_que_se_lee():
+    from casos.bandeja import _Vigilante
+    for ajustes in ({}, SAPI5):
+        with Banco(arranca=False, ajustes=ajustes) as b:
+            b.escritorio.mata_bandeja()
+            vigilante = _Vigilante(b)
+            espera(lambda: 'en el bus' in vigilante.dicho(), 10, que='the watcher')
+            b.arranca_lector()
+            espera_lector(b)
+            servicio = espera(vigilante.registrado, 10, que='the registration')
+            ruta = os.path.join(b.escritorio.carpeta, 'libro.txt')
+            with open(ruta, 'w', encoding='utf-8') as f:
+                f.write(texto_tonos(0, 60))
+            t = time.monotonic()
+            ctl(b, 'fichero', ruta)
+            b.espera_palabra(3, desde=t)
+            assert len(b.motores()) == (1 if ajustes else 2), b.motores()
+            t = time.monotonic()
+            _salir_por_el_bus(b, servicio)
+            assert b.lector.wait(5) == 0
+            m = b.silencio_desde(t, t + 2.0)
+            assert m is None or m < 1.5, f'sound for {m:.3f} s after the choice'
+
+
+@caso
+def con_el_bus_parado_ondalisctl_se_atiene_a_su_plazo():
+    with Banco() as b:
+        espera_lector(b)
+        b.escritorio.para_bus()
+        antes = time.monotonic()
+        codigo, error = ctl(b, '--plazo', '1', 'habla', 'n1')
+        assert codigo == 4 and 'no contesta' in error, (codigo, error)
+        assert time.monotonic() - antes < 4
+        b.escritorio.sigue_bus()
+        t = time.monotonic()
+        assert ctl(b, '--espera', 'habla', 'n1', 'n2')[0] == 0
+        time.sleep(0.3)
+        en_orden([k for k in b.numeros(t) if k is not None], [1, 2])
 
 
 @caso

@@ -142,41 +142,5 @@ TEST_F(cServicioVozTest, ABusThatGoesAwayAndComesBackFindsTheServiceAgain) {
     }
 }
 
-TEST(cConexionBus, ANameThatAnotherHoldsIsTakenWhenItLetsGo) {
-    BusPropio bus;
-    QDBusConnection otro = bus.Cliente();
-    ASSERT_TRUE(otro.registerService(QLatin1String(cServicioVoz::Nombre)));
-    const auto dueno = [&otro] { return otro.interface()->serviceOwner(QLatin1String(cServicioVoz::Nombre)).value(); };
-    RegistroPropio registro;
-    cConexionBus conexion(registro.Log());
-    QString nuestro;
-    conexion.AlConectar([&](QDBusConnection &conectada) {
-        nuestro = conectada.baseService();
-        conexion.NombraComo(conectada, cServicioVoz::Nombre);
-    });
-    conexion.Conecta();
-    ASSERT_TRUE(EsperaA([&] { return registro.LineasLog().size() == 1; }));
-    EXPECT_EQ(dueno(), otro.baseService());
-    otro.unregisterService(QLatin1String(cServicioVoz::Nombre));
-    EXPECT_TRUE(EsperaA([&] { return dueno() == nuestro; }));
-}
-
-TEST(cConexionBus, WithoutABusItReturnsAtOnceAndTakesTheBusThatComes) {
-    BusPropio bus;
-    bus.Mata();
-    RegistroPropio registro;
-    cConexionBus conexion(registro.Log());
-    int veces = 0;
-    conexion.AlConectar([&veces](QDBusConnection &) { ++veces; });
-    conexion.Conecta();
-    EXPECT_EQ(veces, 0);
-    ASSERT_TRUE(EsperaA([&] { return registro.LineasLog().size() == 1; }));
-    EXPECT_FALSE(conexion.Conectada());
-    bus.Arranca();
-    ASSERT_TRUE(EsperaA([&] { return conexion.Conectada(); }));
-    EXPECT_EQ(veces, 1);
-    EXPECT_EQ(registro.LineasLog().size(), 1);  // one line for the whole absence
-}
-
 }  // namespace
 }  // namespace ondalis::prueba

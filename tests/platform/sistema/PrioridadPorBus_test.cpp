@@ -1,5 +1,6 @@
 // The priority as RealtimeKit raises it: a stand-in of it on a bus of the test's own.
 #include <gtest/gtest.h>
+#include <signal.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -145,6 +146,18 @@ TEST_F(PrioridadPorBus, ASilentRealtimeKitCostsItsLimitOnceAndNoMore) {
     EXPECT_GE(reloj.elapsed(), cPrioridadUnix::LimiteMs / 2);
     EXPECT_LT(reloj.elapsed(), 20 * cPrioridadUnix::LimiteMs);  // the library's own limit is 25 s
     EXPECT_EQ(suplente.Peticiones().size(), 1u);
+}
+
+TEST_F(PrioridadPorBus, ASystemBusThatHangsCostsTheLimitAndNoMore) {
+    const bool puede = PuedeSubir();
+    suplente.Empieza(Suplente::Modo::Concede);
+    kill(static_cast<pid_t>(bus.processId()), SIGSTOP);
+    QElapsedTimer reloj;
+    reloj.start();
+    EXPECT_EQ(prioridad.SetClase(true), puede);
+    EXPECT_LT(reloj.elapsed(), 20 * cPrioridadUnix::LimiteMs);
+    kill(static_cast<pid_t>(bus.processId()), SIGCONT);
+    EXPECT_TRUE(suplente.Peticiones().empty());
 }
 
 }  // namespace
