@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <algorithm>
 #include <iterator>
+#include <limits>
 #include <utility>
 
 namespace ondalis {
@@ -131,7 +132,10 @@ bool cCola::EsperaBloqueando(const std::function<bool()> &listo, int limiteMs) {
     while (!listo()) {
         if (plazo.hasExpired()) return listo();
         // Armed anew on each pass: one that came a moment too early must not cost a whole interval more.
-        if (limiteMs >= 0) alarma.start(static_cast<int>(plazo.remainingTime()) + 1);
+        if (limiteMs >= 0) {
+            constexpr qint64 kMayor = std::numeric_limits<int>::max() - 1;
+            alarma.start(static_cast<int>(std::min<qint64>(plazo.remainingTime(), kMayor)) + 1);
+        }
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
     }
     return true;

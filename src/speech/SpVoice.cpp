@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 
 #include "engine/Dialectos.h"
 
@@ -13,6 +14,9 @@ namespace {
 constexpr double kVelocidadMedia = 170;
 constexpr int kVelocidadMinima = 70;
 constexpr int kVelocidadMaxima = 450;
+
+// Different requirements of one text that are looked up: a text made to ask for more mustn't hold the call up.
+constexpr std::size_t kMaxVocesDeTexto = 200;
 
 // Ten steps are a factor of three, as the interface publishes it.
 int PalabrasPorMinuto(int rate) {
@@ -92,11 +96,19 @@ const TokenVoz *SpVoice::BuscaVoz(const QString &requeridos, const QString &opci
 }
 
 void SpVoice::ResuelveVoces(std::vector<Tramo> &tramos) const {
-    std::erase_if(tramos, [this](Tramo &tramo) {
-        if (tramo.tipo != TipoTramo::Voz || tramo.texto.empty()) return false;
-        const QString pedida = QString::fromStdU16String(tramo.texto);
+    std::map<std::u16string, const TokenVoz *> halladas;
+    const auto busca = [this, &halladas](const std::u16string &texto) -> const TokenVoz * {
+        const auto ya = halladas.find(texto);
+        if (ya != halladas.end()) return ya->second;
+        if (halladas.size() >= kMaxVocesDeTexto) return nullptr;
+        const QString pedida = QString::fromStdU16String(texto);
         const qsizetype corte = pedida.indexOf(QChar(kSeparaDeseos));
         const TokenVoz *token = corte < 0 ? BuscaVoz(pedida, {}) : BuscaVoz(pedida.left(corte), pedida.mid(corte + 1));
+        return halladas.emplace(texto, token).first->second;
+    };
+    std::erase_if(tramos, [&busca](Tramo &tramo) {
+        if (tramo.tipo != TipoTramo::Voz || tramo.texto.empty()) return false;
+        const TokenVoz *token = busca(tramo.texto);
         if (token == nullptr) return true;  // no such voice in the engine that speaks: the voice stays
         tramo.texto = QString::fromStdString(token->voz).toStdU16String();
         return false;

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QElapsedTimer>
 #include <QTimer>
 #include <optional>
 
@@ -305,6 +306,43 @@ TEST_F(SpVoiceTest, BlocksWithoutFlag2AreSpokenOneAfterTheOther) {
     banco.cola.DejaCorrer();
     // The Stops of the first two come as the next begins, the last one from the queue; no Words, no Starts of the past.
     EXPECT_THAT(banco.diario, ElementsAre("Stop 0", "Stop 0", "Start", "Stop 0"));
+}
+
+TEST_F(SpVoiceTest, TheWordsOfAWaitingCallDoNotPileUp) {
+    banco.canal.alHablar = [this] {
+        for (std::uint32_t i = 0; i < 20'000; ++i) banco.canal.Palabra(i);
+        banco.canal.Fin();
+    };
+    EXPECT_FALSE(voz.Speak(QStringLiteral("un libro"), 0));
+    banco.cola.DejaCorrer();  // delivers ten thousand at most
+    EXPECT_THAT(banco.diario, ElementsAre("Start", "Stop 0"));
+}
+
+TEST(SpVoice, ManyVoicesAndManyTagsHoldNoCallUp) {
+    Banco banco;
+    std::vector<TokenVoz> muchas;
+    for (int i = 0; i < 3000; ++i) {
+        const std::string nombre = "voz" + std::to_string(i);
+        muchas.push_back(TokensFalsos::Token("M", nombre.c_str(), i % 2 ? "409" : "40A;C0A", "espeak", nombre.c_str()));
+    }
+    const TokensFalsos tokens(muchas);
+    SpVoice voz(banco.canal, tokens, banco.cola, banco.estado, banco.registro.Log());
+    EXPECT_EQ(voz.GetVoices({}, {}), muchas);
+    EXPECT_EQ(voz.GetVoices(QStringLiteral("Name=voz2999"), {}).size(), 1u);
+    EXPECT_EQ(voz.GetVoices(QStringLiteral("Language=409"), {}).size(), 1500u);
+    EXPECT_EQ(voz.GetVoices({}, QStringLiteral("Name=voz2999")).front().nombre, QStringLiteral("voz2999"));
+    QString iguales, distintas;
+    for (int i = 0; i < 20'000; ++i) {
+        iguales += QStringLiteral("<voice required='Name=voz7'/>a");
+        distintas += QStringLiteral("<voice required='Name=voz%1'/>a").arg(i);
+    }
+    QElapsedTimer desde;
+    desde.start();
+    EXPECT_FALSE(voz.Speak(iguales, kLectura));
+    EXPECT_EQ(VocesDe(banco.canal.locuciones.back()).size(), 20'000u);
+    EXPECT_FALSE(voz.Speak(distintas, kLectura));
+    EXPECT_EQ(VocesDe(banco.canal.locuciones.back()).size(), 200u);
+    EXPECT_LT(desde.elapsed(), 5000);  // one by one it would be half a minute
 }
 
 TEST(SpVoice, WithoutAnyTokenASpeechFailsAndSilencingDoesNot) {

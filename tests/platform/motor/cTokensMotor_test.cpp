@@ -21,7 +21,10 @@ public:
     ~MotorEscrito() override {
         if (m_otro >= 0) close(m_otro);
     }
+    int veces = 0;
+
     std::unique_ptr<ProcesoMotor> Lanza() override {
+        ++veces;
         struct Proceso : ProcesoMotor {
             int fd = -1;
             ~Proceso() override { close(fd); }
@@ -78,6 +81,19 @@ TEST(cTokensMotor, AnEnginesOwnLimitToItsFirstAnswerIsTheChannelsAndNeverMoreTha
     EXPECT_EQ(plazos.primera, PlazosMotor{}.primera);
     SinMotor ninguno;
     EXPECT_TRUE(cTokensMotor(ninguno).Plazos().deMotor.empty());
+}
+
+TEST(cTokensMotor, AThousandVoicesComeInTheWorkersOrderAndAreFrozenForTheProcess) {
+    std::vector<std::uint8_t> bytes;
+    for (int i = 0; i < 1000; ++i)
+        Codifica(TramaVoz{"motor", std::to_string(i), "Voz " + std::to_string(i), "409", "M", 0}, bytes);
+    Codifica(TramaFin{}, bytes);
+    MotorEscrito motor(bytes);
+    const cTokensMotor tokens(motor);
+    ASSERT_EQ(tokens.Tokens().size(), 1000u);
+    for (std::size_t i = 0; i < 1000; ++i) ASSERT_EQ(tokens.Tokens()[i].voz, std::to_string(i));
+    EXPECT_EQ(tokens.Plazos().deMotor.size(), 0u);
+    EXPECT_EQ(motor.veces, 1);  // a voice installed since then has no number that another one holds
 }
 
 TEST(cTokensMotor, AListThatDoesNotEndIsNoList) {

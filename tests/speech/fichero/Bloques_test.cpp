@@ -60,7 +60,7 @@ TEST_F(Bloques, AMegabyteTakesNoMemoryThatGrowsWithIt) {
     banco.voz->SetRate(10);
     banco.Abre(6);
     const QString texto = Megatexto(500'000);
-    ASSERT_FALSE(banco.voz->Speak(texto.left(50'000), 0));  // whatever is kept for good is there now
+    ASSERT_FALSE(banco.voz->Speak(texto, 0));  // whatever a block takes is there now
     const double antes = MegasPropias();
     double mayor = 0;
     QTimer mira;
@@ -70,9 +70,10 @@ TEST_F(Bloques, AMegabyteTakesNoMemoryThatGrowsWithIt) {
     banco.cola.DejaCorrer();
     EXPECT_TRUE(banco.voz->WaitUntilDone(-1));
     ASSERT_GT(mayor, 0);
-    // The text itself stands in four forms on its way; its 25,000 words' events and 40 minutes of sound do not.
-    EXPECT_LT(mayor - antes, 24) << "of " << antes;
-    const double palabras = 2 * 12'500 + 1'250;
+    RecordProperty("megas", std::to_string(mayor - antes));
+    // A block's text, once more in each of its forms; an hour of sound would be a hundred times that.
+    EXPECT_LT(mayor - antes, 12) << "of " << antes;
+    const double palabras = 3 * 12'500;
     EXPECT_NEAR(Duracion(banco.Cerrado(), 8000), palabras * DuraPalabra(450), 0.01 * palabras * DuraPalabra(450));
 }
 
