@@ -1,8 +1,12 @@
-// One page of the configuration window as the window's logic uses it. The pages of `ui` implement it, tests fake it.
-// Main thread.
+// The pages of the configuration window, and one of them as the window's logic uses it. The pages of `ui` implement it,
+// tests fake it. Main thread.
 #pragma once
 
 namespace ondalis {
+
+// In the order in which they are accepted and shown.
+enum class Pagina { General, Voces, TipoLectura, Grabar, Diccionario, TeclasRap };
+inline constexpr int kNumPaginas = 6;
 
 class PaginaConfiguracion {
 public:

@@ -67,6 +67,7 @@ public:
     void GrabaEnFichero(const QString &texto, const QString &fichero, const OpcionesGrabacion *) override {
         m_diario.Anota(QStringLiteral("graba(%1,%2)").arg(texto, fichero));
     }
+    void EstableceNroFichero() override { m_diario.Anota(QStringLiteral("graba.EstableceNroFichero")); }
 
 private:
     Diario &m_diario;
