@@ -210,7 +210,8 @@ TEST_F(ConfiguracionTest, StartingWithTheSystemStoresTheCommandLineOfThisRun) {
 }
 
 TEST_F(ConfiguracionTest, AcceptingTwiceWithNumberedFilesWorksTheNumberOutEachTime) {
-    EXPECT_EQ(Sitio(Acepta(), "graba.EstableceNroFichero"), static_cast<long>(diario.Todo().size()));
+    Acepta();
+    EXPECT_EQ(diario.Veces("graba.EstableceNroFichero"), 0);
     opcGrabar.SetNumerarFich(true);
     for (int i = 0; i < 2; ++i) {
         Acepta();
