@@ -222,6 +222,7 @@ private:
     QString m_ddeLink{QStringLiteral("Vínculo")};
     std::function<void(const QString &)> m_alCambiarDDELink;
     int m_numIcono = 1;
+    bool m_enOpciones = false;
     std::deque<OrdenRemota> m_remotas;  // accepted, not begun
     qsizetype m_letrasRemotas = 0;      // their length together, UTF-16 units
     std::uint32_t m_ultimaRemota = 0;

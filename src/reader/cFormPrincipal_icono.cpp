@@ -122,8 +122,12 @@ void cFormPrincipal::Activa() {
 }
 
 void cFormPrincipal::Opciones_Click() {
+    // The box that says why it can't be opened is a modal window itself: one of it is enough.
+    if (m_enOpciones) return;
+    m_enOpciones = true;
     Ejecuta(
         "Opciones_Click", [this] { c.ventanas.Opciones(); }, cGeneral::Aviso::Mensaje);
+    m_enOpciones = false;
 }
 
 void cFormPrincipal::AbrirEditor_Click() {

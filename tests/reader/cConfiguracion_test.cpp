@@ -107,6 +107,17 @@ TEST_F(ConfiguracionTest, BehindAModalWindowItCannotBeShown) {
     EXPECT_EQ(diario.Todo(), Lineas{});
 }
 
+TEST_F(ConfiguracionTest, TheUserWhoAsksForItBehindAModalWindowIsToldOnce) {
+    vista.modal = true;
+    ventanas.alPedirOpciones = [this] { configuracion.Opciones_Click(); };
+    mensajes.alMostrar = [this] { Pulsa("MostrarConf"); };
+    Pulsa("MostrarConf");
+    ASSERT_EQ(mensajes.cajas.size(), 1U);
+    EXPECT_EQ(mensajes.cajas[0].texto, "cFormPrincipal.Opciones_Click: Hay una ventana modal abierta [401]");
+    Pulsa("MostrarConf");
+    EXPECT_EQ(mensajes.cajas.size(), 2U);
+}
+
 TEST_F(ConfiguracionTest, OpeningReadsTheStartWithTheSystemAndTheMagnifierAnew) {
     opcGeneral.SetVerLupa(true);
     almacen.Salva("General", "VerLupa", "0");  // as the magnifier closed by hand leaves it
