@@ -18,9 +18,15 @@ const QString kRaiz = QStringLiteral("/libroayuda");  // where the help file is 
 const QString kPaginas = QStringLiteral("qrc:/libroayuda/");
 constexpr QSize kTamano{760, 560}, kHolgura{20, 60};  // the second: for the frame and the desktop's panels
 constexpr int kMargen = 14, kAumento = 2;             // points above the desktop's own letter
+
+// Below a window that stays on top its help could not be read.
+Qt::WindowFlags Banderas(const QWidget *duena) {
+    const bool encima = duena && (duena->window()->windowFlags() & Qt::WindowStaysOnTopHint);
+    return encima ? Qt::Window | Qt::WindowStaysOnTopHint : Qt::WindowFlags(Qt::Window);
+}
 }  // namespace
 
-VentanaAyuda::VentanaAyuda(QWidget *duena) : QWidget(duena, Qt::Window) {
+VentanaAyuda::VentanaAyuda(QWidget *duena) : QWidget(duena, Banderas(duena)) {
     setObjectName(QStringLiteral("VentanaAyuda"));
     setAttribute(Qt::WA_DeleteOnClose);
     resize(kTamano.boundedTo(screen()->availableSize() - kHolgura));

@@ -70,34 +70,44 @@ struct cAplicacion::Lector {
                      .creaVozSAPI5 = [&a] { return a.CreaVozEnFichero(); },
                      .cola = &a.m_cola}),
           extractor(a.m_general),
-          form({.log = a.p.log,
-                .general = a.m_general,
-                .cola = a.m_cola,
-                .opcGeneral = o.general,
-                .opcVoz = o.voz,
-                .opcTipoLectura = o.tipoLectura,
-                .opcGrabar = o.grabar,
-                .opcTeclasRap = o.teclasRap,
-                .sonidosAviso = o.sonidosAviso,
-                .editoresTexto = o.editoresTexto,
-                .estadoVoz = a.m_estadoVoz,
-                .motor = motor,
-                .filtro = filtro,
-                .txtLengua = txtLengua,
-                .sonido = a.m_sonido,
-                .tecla = a.m_tecla,
-                .timerLectura = a.m_timerLectura,
-                .portapapeles = a.m_portapapeles,
-                .enlaceWord = enlaceWord,
-                .enlaceExplorer = enlaceExplorer,
-                .ventanaEnFoco = a.m_ventanaEnFoco,
-                .grabadora = grabadora,
-                .iconoBarra = a.m_bandeja,
-                .ventanas = a.m_ventanas,
-                .editor = nullptr,
-                .leeValoresVoces = [&a] { a.m_voces.LeeValoresVoces(a.m_voz); },
-                .extractor = &extractor}),
-          menu(form.Menu(), a.m_cola) {}
+          colaboradores{.log = a.p.log,
+                        .general = a.m_general,
+                        .cola = a.m_cola,
+                        .opcGeneral = o.general,
+                        .opcVoz = o.voz,
+                        .opcTipoLectura = o.tipoLectura,
+                        .opcGrabar = o.grabar,
+                        .opcTeclasRap = o.teclasRap,
+                        .sonidosAviso = o.sonidosAviso,
+                        .editoresTexto = o.editoresTexto,
+                        .estadoVoz = a.m_estadoVoz,
+                        .motor = motor,
+                        .filtro = filtro,
+                        .txtLengua = txtLengua,
+                        .sonido = a.m_sonido,
+                        .tecla = a.m_tecla,
+                        .timerLectura = a.m_timerLectura,
+                        .portapapeles = a.m_portapapeles,
+                        .enlaceWord = enlaceWord,
+                        .enlaceExplorer = enlaceExplorer,
+                        .ventanaEnFoco = a.m_ventanaEnFoco,
+                        .grabadora = grabadora,
+                        .iconoBarra = a.m_bandeja,
+                        .ventanas = a.m_ventanas,
+                        .editor = nullptr,
+                        .leeValoresVoces = [&a] { a.m_voces.LeeValoresVoces(a.m_voz); },
+                        .extractor = &extractor},
+          form(colaboradores),
+          menu(form.Menu(), a.m_cola),
+          configuracion({.lector = colaboradores,
+                         .form = form,
+                         .registro = a.m_registro,
+                         .ayuda = a.m_superficie.Ayuda(),
+                         .pagWeb = [&a] { a.m_superficie.PagWebOndalis_Click(); },
+                         .alFrente = [](WId ventana) { TraeAlFrente(static_cast<std::uint32_t>(ventana)); },
+                         .comandoAutoarranque = a.ComandoDeEstaVez()}) {
+        form.Menu().Opciones.SetHabilitada(true);
+    }
 
     MotorVoz motor;
     cFiltro filtro;
@@ -108,9 +118,28 @@ struct cAplicacion::Lector {
     cTemporizador timerGrabacion;
     cGrabadora grabadora;
     ExtractorTextoLlano extractor;
+    ColaboradoresPrincipal colaboradores;
     cFormPrincipal form;
     cMenuBandeja menu;
+    cVentanaConfiguracion configuracion;
 };
+
+void cAplicacion::Ventanillas::Opciones() {
+    if (a.m_lector) a.m_lector->configuracion.Opciones();
+}
+
+// The pages' windows go before the boxes: what waits in one for an answer gets it then.
+void cAplicacion::Ventanillas::DescargaFormularios() {
+    a.m_superficie.DescargaFormularios();
+    if (a.m_lector) a.m_lector->configuracion.Descarga();
+    a.m_mensajes.Cierra();
+}
+
+// The executable and the arguments of this run. A resident reader's arguments hold no blanks.
+QString cAplicacion::ComandoDeEstaVez() const {
+    return cRegistro::ComandoAutoarranque(QStringList(rutas::Ejecutable())
+                                          << m_linea.split(QLatin1Char(' '), Qt::SkipEmptyParts));
+}
 
 cAplicacion::cAplicacion(Preparativos &preparativos, QString linea)
     : p(preparativos),
@@ -156,8 +185,7 @@ cAplicacion::cAplicacion(Preparativos &preparativos, QString linea)
                     .alFrente = [](WId ventana) { TraeAlFrente(static_cast<std::uint32_t>(ventana)); },
                     .carpetas = rutas::CarpetasDeLectura(QCoreApplication::applicationDirPath()),
                     .pagina = QStringLiteral(ONDALIS_WEB)}),
-      m_ventanas(
-          p.log, [this] { Salir(); }, [this] { m_mensajes.Cierra(); }, m_superficie) {
+      m_ventanas(*this) {
     RegistraSonidos();
     m_bus.ConectaYa();
     m_cola.SetHayModal([] { return QApplication::activeModalWidget() != nullptr; });

@@ -15,6 +15,7 @@
 #include "desktop/cRemoto.h"
 #include "desktop/cSinBandeja.h"
 #include "desktop/cSuperficie.h"
+#include "desktop/cVentanaConfiguracion.h"
 #include "engine/Reloj.h"
 #include "engine/cLanzadorProceso.h"
 #include "engine/cSalidaFichero.h"
@@ -62,21 +63,18 @@ public:
     int Ejecuta();
 
 private:
-    // Without the configuration's and the editor's windows; the end closes those that there are and the open boxes.
+    // Without the editor's window; the end closes those that there are and the open boxes.
     class Ventanillas : public SinVentanas {
     public:
-        Ventanillas(cLog &log, std::function<void()> salir, std::function<void()> descarga, cSuperficie &superficie)
-            : SinVentanas(log, std::move(salir)), m_descarga(std::move(descarga)), m_superficie(superficie) {}
-        void DescargaFormularios() override {
-            m_superficie.DescargaFormularios();
-            m_descarga();
-        }
-        void MuestraLupa() override { m_superficie.MuestraLupa(); }
-        void DescargaLupa() override { m_superficie.DescargaLupa(); }
+        explicit Ventanillas(cAplicacion &aplicacion)
+            : SinVentanas(aplicacion.p.log, [&aplicacion] { aplicacion.Salir(); }), a(aplicacion) {}
+        void Opciones() override;
+        void DescargaFormularios() override;
+        void MuestraLupa() override { a.m_superficie.MuestraLupa(); }
+        void DescargaLupa() override { a.m_superficie.DescargaLupa(); }
 
     private:
-        std::function<void()> m_descarga;
-        cSuperficie &m_superficie;
+        cAplicacion &a;
     };
     struct Opciones;
     struct Lector;
@@ -96,6 +94,7 @@ private:
     std::unique_ptr<VozEnFichero> CreaVozEnFichero();
     void MuestraVentanaMenu(bool visible);
     void AvisaEnReposo(const QString &texto);
+    QString ComandoDeEstaVez() const;
     void Salir();
 
     Preparativos &p;

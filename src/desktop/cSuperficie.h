@@ -39,6 +39,7 @@ public:
     void MuestraLupa();
     void DescargaLupa();
     void AcercaDe_Click();
+    void PagWebOndalis_Click() { m_menuAyuda.PagWebOndalis_Click(); }
     PantallaInicio &Pantalla();
     void DescargaFormularios();
 

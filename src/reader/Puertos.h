@@ -70,6 +70,8 @@ public:
     // values. Failures are shown and logged inside.
     virtual void GrabaEnFichero(const QString &texto, const QString &ficheroTexto,
                                 const OpcionesGrabacion *opciones = nullptr) = 0;
+    // Works out anew which number the next numbered file gets, from the page's accepted target.
+    virtual void EstableceNroFichero() {}
 };
 
 // The editor's window as the session drives it during a reading of type 3.

@@ -104,6 +104,10 @@ public:
     void SetIconoBarra(int icono);
     void SetIconoBarra(const QString &icono);
     int GetIconoBarra() const { return m_numIcono; }
+    int IconoReposo() const;  // 1, or 5 with recording on
+    // The captions of the reading's entries with the names of the accepted hot keys; their first words stay or become
+    // those of an accepted configuration.
+    void RotulaMenuLectura();
 
     MenuIcono &Menu() { return m_menu; }
     // A command of another program: "SPEAK " and a text, or "FILETXT " and a path. Judged at once: `cancel` -1 means
@@ -165,7 +169,6 @@ private:
     void Envia(std::int32_t tipo);
     void InformaFalloDeLectura(const Fallo &fallo);
     void IconoTrasInicio();
-    int IconoReposo() const;  // 1, or 5 with recording on
     QString RotuloPausa(bool reanudar) const;
     QString RotuloAvanzar() const;
     void TerminaMenus();
@@ -219,6 +222,7 @@ private:
     QString m_ddeLink{QStringLiteral("Vínculo")};
     std::function<void(const QString &)> m_alCambiarDDELink;
     int m_numIcono = 1;
+    bool m_enOpciones = false;
     std::deque<OrdenRemota> m_remotas;  // accepted, not begun
     qsizetype m_letrasRemotas = 0;      // their length together, UTF-16 units
     std::uint32_t m_ultimaRemota = 0;

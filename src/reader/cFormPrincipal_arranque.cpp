@@ -69,7 +69,7 @@ void cFormPrincipal::Form_Load() {
 void cFormPrincipal::RecuperaConfiguracion() {
     Ejecuta("RecuperaConfiguracion", [this] {
         c.motor.AplicaConfiguracion();
-        c.filtro.SetMarca(c.opcVoz.EsIBM() ? QStringLiteral("\\Mrk=1\\") : QStringLiteral("<BOOKMARK mark='1'/>"));
+        c.filtro.SetMarca(c.opcVoz.Marca());
     });
 }
 

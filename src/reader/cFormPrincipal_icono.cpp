@@ -57,6 +57,23 @@ void cFormPrincipal::RotulaMenu() {
     m_menu.RetrocederPalabras.SetRotulo(conTecla(m_menu.RetrocederPalabras.Etiqueta(), "Retroceder"));
 }
 
+void cFormPrincipal::RotulaMenuLectura() {
+    const auto conTecla = [this](EntradaMenu &entrada, const QString &palabra, const char *comando) {
+        entrada.SetRotulo(QStringLiteral("%1 (%2)").arg(palabra, c.opcTeclasRap.GetNombre(QLatin1String(comando))));
+    };
+    const QString pausa = m_menu.PausaReanudar.Rotulo();
+    const qsizetype parentesis = pausa.indexOf(QLatin1Char('('));
+    const QString palabra = parentesis < 0 ? QString() : pausa.left(parentesis).trimmed();
+    conTecla(m_menu.PausaReanudar, palabra.isEmpty() ? QStringLiteral("Pausa") : palabra, "Pausa");
+    conTecla(m_menu.Detener, QStringLiteral("Detener"), "Detener");
+    conTecla(m_menu.RepetirLectura, QStringLiteral("Repetir"), "Repetir");
+    conTecla(m_menu.AvanzarPalabras, QStringLiteral("Avanzar"), "Avanzar");
+    conTecla(m_menu.RetrocederPalabras, QStringLiteral("Retroceder"), "Retroceder");
+    // Its first word is the program's state, which an acceptance leaves alone; the key's name may be another one.
+    conTecla(m_menu.ActivarDesactivar, ProgramaActivo() ? QStringLiteral("Desactivar") : QStringLiteral("Activar"),
+             "Activar");
+}
+
 QString cFormPrincipal::RotuloPausa(bool reanudar) const {
     return QStringLiteral("%1 (%2)").arg(reanudar ? QStringLiteral("Reanudar") : QStringLiteral("Pausa"),
                                          c.opcTeclasRap.GetNombre(QStringLiteral("Pausa")));
@@ -105,7 +122,12 @@ void cFormPrincipal::Activa() {
 }
 
 void cFormPrincipal::Opciones_Click() {
-    Ejecuta("Opciones_Click", [this] { c.ventanas.Opciones(); });
+    // The box that says why it can't be opened is a modal window itself: one of it is enough.
+    if (m_enOpciones) return;
+    m_enOpciones = true;
+    Ejecuta(
+        "Opciones_Click", [this] { c.ventanas.Opciones(); }, cGeneral::Aviso::Mensaje);
+    m_enOpciones = false;
 }
 
 void cFormPrincipal::AbrirEditor_Click() {

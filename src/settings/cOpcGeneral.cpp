@@ -18,4 +18,8 @@ cOpcGeneral::cOpcGeneral(cRegistro &registro, cLog &log)
     CargaFilas();
 }
 
+void cOpcGeneral::ReleeVerLupa() {
+    if (const auto valor = LeeFila(Fila("CheckVerLupa"))) SetTag(QStringLiteral("CheckVerLupa"), *valor);
+}
+
 }  // namespace ondalis

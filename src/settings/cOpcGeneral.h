@@ -22,6 +22,8 @@ public:
     bool PronunciaSignosPunt() const { return Booleano("CheckSignosPunt"); }
     void SetPronunciaSignosPunt(bool valor) { SetBooleano("CheckSignosPunt", valor); }
 
+    // The magnifier closed by hand has changed the store.
+    void ReleeVerLupa();
     void GuardaValores() { SalvaFilas(); }
 };
 

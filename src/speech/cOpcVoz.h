@@ -20,6 +20,8 @@ public:
     QString FabricanteActivo() const { return Tag(QStringLiteral("ComboFabricantes")); }
     void SetFabricanteActivo(const QString &fabricante) { SetTag(QStringLiteral("ComboFabricantes"), fabricante); }
     bool EsIBM() const { return FabricanteActivo() == QLatin1String("IBM"); }
+    // The text that marks a position for the family's engine.
+    QString Marca() const { return EsIBM() ? QStringLiteral("\\Mrk=1\\") : QStringLiteral("<BOOKMARK mark='1'/>"); }
     QString VozActiva() const { return Tag(QStringLiteral("ComboVoces")); }
     void SetVozActiva(const QString &voz) { SetTag(QStringLiteral("ComboVoces"), voz); }
     QString GuidActiva() const;        // "{" + IdModo + "}" of the first row of that name, else empty

@@ -162,6 +162,15 @@ TEST_F(VentanaAyudaPrueba, AboveAModalDialogItBelongsToThatDialogAndGoesWithIt) 
     EXPECT_FALSE(visor.Ventana()->parentWidget());
 }
 
+TEST_F(VentanaAyudaPrueba, ForAWindowThatStaysOnTopItStaysOnTopToo) {
+    ASSERT_FALSE(visor.Muestra(fichero, 0, {}));
+    EXPECT_FALSE(visor.Ventana()->windowFlags() & Qt::WindowStaysOnTopHint);
+    QWidget duena(nullptr, Qt::Window | Qt::WindowStaysOnTopHint);
+    duena.show();
+    ASSERT_FALSE(visor.Muestra(fichero, duena.winId(), {}));
+    EXPECT_TRUE(visor.Ventana()->windowFlags() & Qt::WindowStaysOnTopHint);
+}
+
 TEST_F(VentanaAyudaPrueba, EscClosesItAndEveryControlHasANameAndTakesTheFocus) {
     ASSERT_FALSE(visor.Muestra(fichero, 0, QString()));
     for (const QPushButton *boton : visor.Ventana()->findChildren<QPushButton *>()) {

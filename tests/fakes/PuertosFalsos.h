@@ -1,6 +1,8 @@
 // The session's ports as tests see them: each writes its calls into the diary and answers as it was told.
 #pragma once
 
+#include <functional>
+
 #include "fakes/Diario.h"
 #include "reader/Puertos.h"
 
@@ -67,6 +69,7 @@ public:
     void GrabaEnFichero(const QString &texto, const QString &fichero, const OpcionesGrabacion *) override {
         m_diario.Anota(QStringLiteral("graba(%1,%2)").arg(texto, fichero));
     }
+    void EstableceNroFichero() override { m_diario.Anota(QStringLiteral("graba.EstableceNroFichero")); }
 
 private:
     Diario &m_diario;
@@ -105,7 +108,11 @@ private:
 class VentanasFalsas : public Ventanas {
 public:
     explicit VentanasFalsas(Diario &diario) : m_diario(diario) {}
-    void Opciones() override { m_diario.Anota(QStringLiteral("ventanas.Opciones")); }
+    void Opciones() override {
+        m_diario.Anota(QStringLiteral("ventanas.Opciones"));
+        if (alPedirOpciones) alPedirOpciones();
+    }
+    std::function<void()> alPedirOpciones;
     void AbrirEditor() override { m_diario.Anota(QStringLiteral("ventanas.AbrirEditor")); }
     void Salir() override { m_diario.Anota(QStringLiteral("ventanas.Salir")); }
     void MuestraLupa() override { m_diario.Anota(QStringLiteral("ventanas.MuestraLupa")); }

@@ -6,6 +6,7 @@ import time
 
 from arnes.banco import Banco, en_orden, texto_tonos
 from arnes.procesos import espera, vivo
+from casos.arranque import ventanas
 from casos.bandeja import _Vigilante
 from casos.programa import _abre_menu, _icono
 
@@ -380,11 +381,13 @@ def el_doble_clic_en_la_bandeja_pide_la_configuracion_tambien_apagado():
         time.sleep(0.3)
         b.escritorio.equis.raton(x, y, 1)
         b.escritorio.equis.raton(x, y, 1)
-        espera(lambda: _registro(b).count('cFormPrincipal.Opciones_Click: ') == 1, 5, que='the wish for the window')
+        espera(lambda: ventanas(b, 'Configuración Ondalis'), 10, que='the window')
         time.sleep(0.6)
-        assert _registro(b).count('cFormPrincipal.Opciones_Click: ') == 1
+        assert len(ventanas(b, 'Configuración Ondalis')) == 1
+        b.tecla('Escape')
+        espera(lambda: not ventanas(b, 'Configuración Ondalis'), 5, que='the window to go')
         b.tecla('super+ctrl+F1')
-        espera(lambda: _registro(b).count('cFormPrincipal.Opciones_Click: ') == 2, 5, que='the key\'s wish')
+        espera(lambda: ventanas(b, 'Configuración Ondalis'), 10, que='the window by its key')
 
 
 # Starting.

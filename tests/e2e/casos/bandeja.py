@@ -360,12 +360,7 @@ def un_panel_de_verdad_muestra_el_icono_su_menu_y_su_doble_pulsacion():
         # Two single clicks are the double click that this protocol doesn't know.
         b.escritorio.equis.raton(*sitio, 1)
         b.escritorio.equis.raton(*sitio, 1)
-        diario = os.path.join(b.escritorio.carpeta, 'state/ondalis/Ondalis.log')
-
-        def pedida():
-            with open(diario, encoding='utf-8') as f:
-                return 'Opciones' in f.read()
-        espera(lambda: os.path.exists(diario) and pedida(), 5, que='the wish for the configuration')
+        espera(lambda: ventanas(b, 'Configuración Ondalis'), 10, que='the configuration')
         b.escritorio.equis.raton(*sitio, 3)
         time.sleep(1.0)
         foto(b, 'panel_menu')

@@ -1,0 +1,220 @@
+#include "desktop/Principal.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+#include "desktop/ListaOpciones.h"
+#include "settings/pagina/PaginaOpciones.h"
+
+namespace ondalis {
+
+namespace {
+
+constexpr int kAltoPagina = 3105 / kTwipsPorPixel;  // logical pixels, at least
+constexpr QSize kHolgura{20, 60};                   // for the frame and the desktop's panels
+constexpr int kIconoEmpresa = 22;
+
+// A page in full size where the screen allows it, else scrolled.
+class AreaPagina : public QScrollArea {
+public:
+    explicit AreaPagina(PaginaOpciones *pagina) {
+        setWidgetResizable(true);
+        setFrameShape(QFrame::NoFrame);
+        setFocusPolicy(Qt::NoFocus);
+        setWidget(pagina);
+    }
+    QSize sizeHint() const override {
+        const QSize suya = widget()->sizeHint().expandedTo(widget()->minimumSizeHint());
+        return {suya.width(), std::max(suya.height(), kAltoPagina)};
+    }
+    QSize minimumSizeHint() const override { return {std::min(sizeHint().width(), kAltoPagina), kAltoPagina}; }
+};
+
+PaginaOpciones *PaginaDe(QWidget *area) {
+    auto *suya = qobject_cast<QScrollArea *>(area);
+    return suya ? dynamic_cast<PaginaOpciones *>(suya->widget()) : nullptr;
+}
+
+std::vector<QRect> Monitores() {
+    std::vector<QRect> monitores;
+    for (const QScreen *uno : QGuiApplication::screens()) monitores.push_back(uno->geometry());
+    return monitores;
+}
+
+}  // namespace
+
+Principal::Principal(cRegistro &registro, cLog &log, Acciones acciones)
+    : QDialog(nullptr, Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMinimizeButtonHint |
+                           Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint),
+      m_acciones(std::move(acciones)),
+      m_sitio(registro, log, QStringLiteral("Principal")) {
+    setObjectName(QStringLiteral("Principal"));
+    setWindowTitle(QStringLiteral("Configuración Ondalis"));
+    m_esperaSitio.setSingleShot(true);
+    m_esperaSitio.setInterval(kEsperaSitioMs);
+    connect(&m_esperaSitio, &QTimer::timeout, this, &Principal::GuardaSitio);
+
+    m_lista = new ListaOpciones(this);
+    m_paginas = new QStackedWidget(this);
+    m_aceptar = Boton("Aceptar", QStringLiteral("Aceptar"), m_acciones.aceptar);
+    m_aceptar->setDefault(true);
+    m_cancelar = Boton("Cancelar", QStringLiteral("Cancelar"), m_acciones.cancelar);
+    m_ayuda = Boton("Ayuda", QStringLiteral("Ayuda"), [this] { Ayuda_Click(); });
+    m_nomEmpresa = Boton("NomEmpresa", QLatin1String(Producto::Empresa), m_acciones.pagWeb);
+    m_nomEmpresa->setFlat(true);
+    m_nomEmpresa->setIcon(QApplication::windowIcon());
+    m_nomEmpresa->setIconSize({kIconoEmpresa, kIconoEmpresa});
+    m_nomEmpresa->setToolTip(QStringLiteral("Visitar web"));
+    m_nomEmpresa->setAccessibleName(QStringLiteral("Visitar web"));
+
+    auto *cuerpo = new QHBoxLayout;
+    cuerpo->addWidget(m_lista);
+    cuerpo->addWidget(m_paginas, 1);
+    auto *pie = new QHBoxLayout;
+    pie->addWidget(m_nomEmpresa);
+    pie->addStretch();
+    for (QPushButton *uno : {m_aceptar, m_cancelar, m_ayuda}) pie->addWidget(uno);
+    auto *todo = new QVBoxLayout(this);
+    todo->addLayout(cuerpo, 1);
+    todo->addLayout(pie);
+
+    connect(m_lista, &ListaOpciones::Elegida, this, [this](Pagina cual) {
+        const auto *nombre = cListaOpciones::Fila(cListaOpciones::Indice(cual)).control;
+        if (auto *pagina = findChild<QWidget *>(QLatin1String(nombre)))
+            m_paginas->setCurrentWidget(pagina->parentWidget()->parentWidget());  // viewport, area
+    });
+    Atajo(QKeySequence(Qt::CTRL | Qt::Key_Tab), [this] { PasaPagina(1); });
+    Atajo(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab), [this] { PasaPagina(-1); });
+    Atajo(QKeySequence(Qt::CTRL | Qt::Key_PageDown), [this] { PasaPagina(1); });
+    Atajo(QKeySequence(Qt::CTRL | Qt::Key_PageUp), [this] { PasaPagina(-1); });
+    Atajo(QKeySequence(Qt::Key_F1), [this] { Ayuda_Click(); });
+    OrdenaTabulacion();
+}
+
+QPushButton *Principal::Boton(const char *nombre, const QString &rotulo, const std::function<void()> &accion) {
+    auto *boton = new QPushButton(rotulo, this);
+    boton->setObjectName(QLatin1String(nombre));
+    boton->setAccessibleName(rotulo);
+    connect(boton, &QPushButton::clicked, this, accion);
+    return boton;
+}
+
+void Principal::Atajo(const QKeySequence &tecla, const std::function<void()> &accion) {
+    auto *atajo = new QShortcut(tecla, this);
+    connect(atajo, &QShortcut::activated, this, accion);
+}
+
+void Principal::PonPagina(Pagina cual, PaginaOpciones *pagina) {
+    Q_ASSERT(pagina->objectName() == QLatin1String(cListaOpciones::Fila(cListaOpciones::Indice(cual)).control));
+    m_paginas->addWidget(new AreaPagina(pagina));
+    m_lista->Anade(cual);
+    // "General" is selected at first; without it, whatever page came first.
+    if (cual == Pagina::General || m_paginas->count() == 1) m_lista->Elige(cual);
+    OrdenaTabulacion();
+}
+
+PaginaOpciones *Principal::PaginaVisible() const { return PaginaDe(m_paginas->currentWidget()); }
+
+// What is added to a window comes behind everything else: list, pages and buttons are put in order anew.
+void Principal::OrdenaTabulacion() {
+    QWidget *ultimo = m_lista;
+    for (QWidget *uno = m_lista->nextInFocusChain(); uno != m_lista; uno = uno->nextInFocusChain())
+        if (m_paginas->isAncestorOf(uno)) ultimo = uno;
+    for (QPushButton *boton : {m_aceptar, m_cancelar, m_ayuda, m_nomEmpresa}) {
+        setTabOrder(ultimo, boton);
+        ultimo = boton;
+    }
+}
+
+// The list takes the focus: a screen reader says the name of the new page, and the one left is no longer there.
+void Principal::PasaPagina(int sentido) {
+    m_lista->setFocus();
+    m_lista->Pasa(sentido);
+}
+
+void Principal::Ayuda_Click() {
+    const QString tema = m_lista->Estado().TemaAyuda();
+    if (!tema.isEmpty()) m_acciones.ayuda(winId(), tema);
+}
+
+bool Principal::HayModal() const { return QApplication::activeModalWidget() != nullptr; }
+
+void Principal::Muestra() {
+    AjustaTamano();
+    Coloca();
+    m_lista->setFocus();
+    show();
+    TraeAlFrente();
+}
+
+// In full size, as far as the screen goes; where it is bounded the pages get room for a scroll bar.
+void Principal::AjustaTamano() {
+    const QSize entera = sizeHint();
+    const QSize cabe = screen()->availableSize() - kHolgura;
+    QSize tamano = entera.boundedTo(cabe);
+    if (tamano.height() < entera.height())
+        tamano.setWidth(std::min(entera.width() + style()->pixelMetric(QStyle::PM_ScrollBarExtent), cabe.width()));
+    resize(tamano);
+}
+
+// Later on the window stands where it stood; a window manager that is told nothing might place it anew.
+void Principal::Coloca() {
+    if (m_colocada)
+        move(pos());
+    else
+        move(m_sitio.LeeLugar(size(), Monitores()));
+    m_colocada = true;
+}
+
+void Principal::TraeAlFrente() {
+    if (isMinimized()) setWindowState(windowState() & ~Qt::WindowMinimized);
+    raise();
+    activateWindow();
+    if (m_acciones.alFrente) QTimer::singleShot(0, this, [this] { m_acciones.alFrente(winId()); });
+}
+
+void Principal::Oculta() {
+    if (m_esperaSitio.isActive()) GuardaSitio();
+    // What a page has opened closes with it.
+    for (QDialog *suyo : findChildren<QDialog *>())
+        if (suyo->isVisible()) suyo->reject();
+    hide();
+}
+
+void Principal::EnfocaAceptar() {
+    m_aceptar->setFocus();
+    QCoreApplication::processEvents();
+}
+
+void Principal::reject() { m_acciones.cancelar(); }
+
+// By hand, from the window's menu: only the configuration is dismissed, the program stays.
+void Principal::closeEvent(QCloseEvent *evento) {
+    m_acciones.cancelar();
+    evento->accept();
+}
+
+void Principal::moveEvent(QMoveEvent *evento) {
+    QDialog::moveEvent(evento);
+    if (isVisible() && !isMinimized()) m_esperaSitio.start();
+}
+
+void Principal::resizeEvent(QResizeEvent *evento) {
+    QDialog::resizeEvent(evento);
+    if (isVisible() && !isMinimized()) m_esperaSitio.start();
+}
+
+void Principal::GuardaSitio() {
+    m_esperaSitio.stop();
+    m_sitio.GuardaLugar(pos());
+}
+
+}  // namespace ondalis

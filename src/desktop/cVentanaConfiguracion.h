@@ -1,0 +1,48 @@
+// The configuration window with its pages and its logic, made together on first use: the one place that knows which
+// pages there are. Owned by main. Main thread.
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "desktop/Principal.h"
+#include "desktop/cAyuda.h"
+#include "reader/cConfiguracion.h"
+
+namespace ondalis {
+
+class cVentanaConfiguracion {
+public:
+    struct Colaboradores {
+        const ColaboradoresPrincipal &lector;
+        cFormPrincipal &form;
+        cRegistro &registro;
+        cAyuda &ayuda;
+        std::function<void()> pagWeb;
+        std::function<void(WId)> alFrente;  // may be empty
+        QString comandoAutoarranque;        // as a desktop entry's Exec has it
+    };
+    explicit cVentanaConfiguracion(Colaboradores c) : c(std::move(c)) {}
+    ~cVentanaConfiguracion();
+    cVentanaConfiguracion(const cVentanaConfiguracion &) = delete;
+    cVentanaConfiguracion &operator=(const cVentanaConfiguracion &) = delete;
+
+    // Throws as cConfiguracion::Opciones_Click does.
+    void Opciones();
+    // The program ends; harmless when there is no window.
+    void Descarga();
+    Principal *Ventana() { return m_ventana.get(); }  // null before the first use
+
+private:
+    void Crea();
+    void CreaPaginas();
+    // The window takes `pagina` over.
+    void PonPagina(Pagina cual, PaginaOpciones *pagina);
+
+    Colaboradores c;
+    bool m_descargada = false;
+    std::unique_ptr<Principal> m_ventana;
+    std::unique_ptr<cConfiguracion> m_logica;
+};
+
+}  // namespace ondalis
