@@ -86,7 +86,7 @@ std::int16_t cGrabadora::GetSiguienteNumeroFichAudio(const QString &nombreFicher
     return De16(siguiente);
 }
 
-void cGrabadora::RecalculaNroFichero() {
+void cGrabadora::EstableceNroFichero() {
     if (!c.grabar.NumerarFich()) return;
     c.general.Ejecuta(QStringLiteral("cFormPrincipal.GetSiguienteNumeroFichAudio: "), cGeneral::Aviso::SoloLog,
                       [this] { m_nroFichero = GetSiguienteNumeroFichAudio(c.grabar.NombreFichero()); });

@@ -54,7 +54,7 @@ public:
     // in the number's place, blind to case. Throws ErrorFallo 6 where that doesn't fit 16 bits.
     std::int16_t GetSiguienteNumeroFichAudio(const QString &nombreFichero) const;
     // On acceptance of the configuration: with numbering on, counts anew.
-    void RecalculaNroFichero();
+    void EstableceNroFichero() override;
     std::int16_t NroFichero() const { return m_nroFichero; }  // next one to use; 0: not yet worked out
 
     // Cuts a recording short that doesn't wait and finishes it. Whoever else gives the engine of the "IBM" family a

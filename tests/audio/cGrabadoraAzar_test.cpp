@@ -24,7 +24,7 @@ protected:
             case Calla: eci.hablando = false; break;
             case Tic: timer.Vence(); break;
             case CallaOtro: eci.Cancela(); break;
-            case Recuenta: grabadora->RecalculaNroFichero(); break;
+            case Recuenta: grabadora->EstableceNroFichero(); break;
             case Voz: opcVoz.EsIBM() ? UsaSAPI5() : UsaIBM(); break;
             case Espera: opc.SetGrabaSincrono(!opc.GrabaSincrono()); break;
             case Sucesos: break;

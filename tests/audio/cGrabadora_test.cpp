@@ -192,11 +192,11 @@ TEST_F(cGrabadoraTest, TheNumberIsCountedOnceAndAgainOnAcceptanceOnly) {
     Pon("lectura7.wav", "x");
     Graba("dos");
     EXPECT_EQ(Lee("lectura2.wav"), "dos");
-    grabadora->RecalculaNroFichero();
+    grabadora->EstableceNroFichero();
     EXPECT_EQ(grabadora->NroFichero(), 4);
     Sobrescribe();
     Pon("lectura8.wav", "x");
-    grabadora->RecalculaNroFichero();
+    grabadora->EstableceNroFichero();
     EXPECT_EQ(grabadora->NroFichero(), 4);
 }
 
@@ -204,14 +204,14 @@ TEST_F(cGrabadoraTest, ACountDuringARecordingCountsTheFileThatItWillMake) {
     Numera();
     opc.SetGrabaSincrono(false);
     Graba("uno");
-    grabadora->RecalculaNroFichero();
+    grabadora->EstableceNroFichero();
     EXPECT_EQ(grabadora->NroFichero(), 2);
     Graba("dos");
     eci.hablando = false;
     timer.Vence();
     EXPECT_EQ(Lee("lectura1.wav"), "uno");
     EXPECT_EQ(Lee("lectura2.wav"), "dos");
-    grabadora->RecalculaNroFichero();
+    grabadora->EstableceNroFichero();
     EXPECT_EQ(grabadora->NroFichero(), 3);
 }
 
