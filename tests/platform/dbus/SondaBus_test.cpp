@@ -35,7 +35,7 @@ TEST(SondaBus, ABusThatHangsIsKnownWhenTheLimitHasPassed) {
     reloj.start();
     EXPECT_EQ(SondeaBus(BusPropio::Direccion(), milliseconds(50)), VidaBus::Calla);
     EXPECT_EQ(Pregunta(BusPropio::Direccion(), milliseconds(50)), VidaBus::Calla);
-    EXPECT_GE(reloj.elapsed(), 100);
+    EXPECT_GE(reloj.elapsed(), 90);  // timers may be a twentieth early
     EXPECT_LT(reloj.elapsed(), 5000);
     bus.Sigue();
 }
