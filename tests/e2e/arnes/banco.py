@@ -158,8 +158,11 @@ class Banco:
             ['xclip', '-quiet', '-selection', 'clipboard', '-in', entrada], 'xclip')
         t = time.monotonic()
         if espera_dueno:
-            espera(lambda: self.escritorio.equis.hay_dueno('CLIPBOARD') not in (0, antes), paso=0.001,
-                   que='the new owner of the clipboard')
+            # The server may give the new owner the number that the one before had, if that one has gone meanwhile.
+            def hay_nuevo():
+                dueno = self.escritorio.equis.hay_dueno('CLIPBOARD')
+                return dueno != 0 and (dueno != antes or (anterior is not None and anterior.poll() is not None))
+            espera(hay_nuevo, paso=0.001, que='the new owner of the clipboard')
             t = time.monotonic()
         if anterior:
             self.escritorio.procesos.termina(anterior)
