@@ -22,7 +22,7 @@ namespace ondalis {
 namespace {
 
 constexpr double kTonoLlano = 100;  // hertz of a request that stand for a plain voice's own pitch
-constexpr int kMsBloque = 50;       // of sound in one callback: what a stop waits for at most
+constexpr int kMsBloque = 200;      // of sound in one callback: what a stop waits for at most
 // The engine's own volume: the highest at which no plain voice clips, and one that leaves room for the strongest
 // formant voice. The gain is ours.
 constexpr int kVolumenLlana = 90, kVolumenFormantes = 45;
@@ -52,7 +52,7 @@ std::int16_t Redondeada(double m) {
     constexpr double kCodo = 27000, kResto = 32600 - kCodo;
     const double fuerza = std::abs(m);
     if (fuerza > kCodo) m = std::copysign(kCodo + kResto * (1 - std::exp((kCodo - fuerza) / kResto)), m);
-    return static_cast<std::int16_t>(std::lround(m));
+    return static_cast<std::int16_t>(m + std::copysign(.5, m));  // as lround, without the call
 }
 
 }  // namespace
