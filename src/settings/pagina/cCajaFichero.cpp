@@ -50,9 +50,9 @@ void cCajaFichero::LimpiaLoNuevo(const QString &texto) {
     nuevo.removeIf([](QChar c) { return Rechazado(c); });
     if (nuevo.size() == largo) return;
     QApplication::beep();
-    setSelection(static_cast<int>(delante), static_cast<int>(largo));
-    m_anterior = texto;
-    insert(nuevo);  // comes here again with nothing left to refuse
+    // Forgets the steps to undo: one of them would bring back what is refused.
+    setText(texto.first(delante) + nuevo + texto.last(detras));
+    setCursorPosition(static_cast<int>(delante + nuevo.size()));
 }
 
 void cCajaFichero::focusInEvent(QFocusEvent *evento) {
