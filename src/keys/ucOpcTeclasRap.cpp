@@ -45,7 +45,7 @@ ucOpcTeclasRap::ucOpcTeclasRap(cOpcTeclasRap &opciones, cTecla &tecla, cGeneral 
 
     columna->addWidget(Casilla("CheckAvisos", QStringLiteral("Avisar al pulsar teclas sin efecto"), true));
     columna->addStretch();
-    for (QGridLayout *rejilla : {m_arriba, m_dentro}) rejilla->setColumnStretch(3, 1);
+    for (QGridLayout *rejilla : {m_arriba, m_dentro}) rejilla->setColumnStretch(2, 1);
     Alinea();
 }
 
