@@ -92,11 +92,16 @@ void ucOpcGrabar::PonFichero(QGridLayout &rejilla) {
     rejilla.addLayout(fila, 1, 1, 1, kColumnas - 1);
     m_anadir = Opcion("OpcionAnadir", QStringLiteral("Añadir al fichero"));
     m_sobrescribir = Opcion("OpcionSobrescribir", QStringLiteral("Sobrescribir el fichero"));
-    m_sobrescribir->setChecked(true);
     m_numerar = Opcion("OpcionNumerar", QStringLiteral("Incluir cada lectura en un fichero distinto (numerados)"));
     int numFila = 2;
-    for (QRadioButton *opcion : {m_anadir, m_sobrescribir, m_numerar})
+    for (QRadioButton *opcion : {m_anadir, m_sobrescribir, m_numerar}) {
         rejilla.addWidget(opcion, numFila++, 1, 1, kColumnas - 1);
+        // Tab stops at the chosen one of the three, the arrows go on from there.
+        opcion->setFocusPolicy(Qt::ClickFocus);
+        connect(opcion, &QRadioButton::toggled, this,
+                [opcion](bool elegida) { opcion->setFocusPolicy(elegida ? Qt::StrongFocus : Qt::ClickFocus); });
+    }
+    m_sobrescribir->setChecked(true);
 }
 
 void ucOpcGrabar::PonCalidad(QGridLayout &rejilla) {

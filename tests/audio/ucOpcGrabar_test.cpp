@@ -221,6 +221,18 @@ TEST_F(ucOpcGrabarTest, TheThreeOptionsExcludeOneAnother) {
     EXPECT_FALSE(opciones.AnadirFich());
 }
 
+TEST_F(ucOpcGrabarTest, OfTheThreeOptionsTabStopsAtTheChosenOne) {
+    const auto conTab = [&](const char *nombre) { return (De<QWidget>(nombre)->focusPolicy() & Qt::TabFocus) != 0; };
+    EXPECT_FALSE(conTab("OpcionAnadir"));
+    EXPECT_TRUE(conTab("OpcionSobrescribir"));
+    EXPECT_FALSE(conTab("OpcionNumerar"));
+    opciones.SetSobrescribirFich(false);
+    opciones.SetNumerarFich(true);
+    pagina.EstableceValores();
+    EXPECT_FALSE(conTab("OpcionSobrescribir"));
+    EXPECT_TRUE(conTab("OpcionNumerar"));
+}
+
 TEST_F(ucOpcGrabarTest, AcceptingStoresEverythingAndCancellingDropsIt) {
     Grabar().setChecked(true);
     Formato().setCurrentIndex(1);
