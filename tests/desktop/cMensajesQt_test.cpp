@@ -6,6 +6,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
+#include <QWindow>
+#include <memory>
 
 #include "settings/cCola.h"
 
@@ -46,6 +48,20 @@ TEST(cMensajesQt, AMessageHasTheOneButtonAceptar) {
     EnLaCaja([](QMessageBox &caja) {
         ASSERT_EQ(caja.buttons().size(), 1);
         EXPECT_EQ(caja.buttons().front()->text(), QStringLiteral("Aceptar"));
+        caja.buttons().front()->click();
+    });
+    EXPECT_TRUE(mensajes.Muestra(QStringLiteral("hola"), false, false, QStringLiteral("Ondalis")));
+}
+
+TEST(cMensajesQt, TheBoxBelongsToTheWindowItCameFromAndOutlivesIt) {
+    auto ventana = std::make_unique<QWidget>();
+    ventana->show();
+    QApplication::setActiveWindow(ventana.get());
+    cMensajesQt mensajes;
+    EnLaCaja([&](QMessageBox &caja) {
+        EXPECT_EQ(caja.windowHandle()->transientParent(), ventana->windowHandle());
+        ventana.reset();
+        ASSERT_EQ(QApplication::activeModalWidget(), &caja);
         caja.buttons().front()->click();
     });
     EXPECT_TRUE(mensajes.Muestra(QStringLiteral("hola"), false, false, QStringLiteral("Ondalis")));

@@ -1,5 +1,6 @@
 """The pages "Grabar" and "Teclas rápidas" in the real window, by keyboard alone."""
 import os
+import signal
 import time
 
 from arnes.banco import Banco, texto_tonos
@@ -193,6 +194,22 @@ def el_fichero_de_audio_se_elige_en_el_dialogo_con_el_teclado():
         assert b.ajuste('Grabar', 'GrabaEnWAV') == 'False'
         assert b.ajuste('Grabar', 'NumerarFich') == 'True'
         assert b.ajuste('Grabar', 'SobrescribirFich') == 'False'
+
+
+@caso
+def sigterm_con_un_mensaje_o_el_dialogo_de_ficheros_abierto_termina_bien():
+    with Banco(ajustes=FRESCA) as b:
+        _abre_teclas(b)
+        b.tecla('2')
+        espera(lambda: _activa(b) == 'Ondalis', 10, que='the message')
+        b.lector.send_signal(signal.SIGTERM)
+        assert b.lector.wait(5) == 0
+        b.arranca_lector()
+        _abre_pagina(b, 2)
+        _teclas(b, 'Tab', 'Tab', 'space', 'Tab', 'Tab', 'Tab', 'Tab', 'space')
+        espera(lambda: _activa(b).startswith('Abrir'), 10, que='the file dialog')
+        b.lector.send_signal(signal.SIGTERM)
+        assert b.lector.wait(5) == 0
 
 
 def _retrata_paginas(nombre, entorno, oscuro=False):
