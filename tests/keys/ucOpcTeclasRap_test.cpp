@@ -8,6 +8,7 @@
 #include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLayout>
 #include <QSlider>
 
 #include "fakes/EstadoDiseno.h"
@@ -267,6 +268,28 @@ TEST_F(ucOpcTeclasRapTest, AKeyThatAnotherProgramHoldsIsKeptInSilenceAndLogged) 
     EXPECT_TRUE(r.LineasLog()[0].contains("Detener"));
     EXPECT_TRUE(sistema.registradas.contains(cTecla::PrimerIdentificador));  // the others are as they were
     EXPECT_EQ(sistema.registradas[cTecla::PrimerIdentificador], std::pair(kAlt, 49));
+}
+
+TEST_F(ucOpcTeclasRapTest, TheColumnsGoThroughTheBoxAndNothingIsCutWithAnyFont) {
+    pagina.show();
+    for (const int puntos : {8, 12, 24}) {
+        QFont letra = pagina.font();
+        letra.setPointSize(puntos);
+        pagina.setFont(letra);
+        QCoreApplication::sendPostedEvents();
+        pagina.resize(pagina.sizeHint());
+        pagina.layout()->activate();
+        const auto columna = [&](const char *nombre) { return Lista(nombre).mapTo(&pagina, QPoint()).x(); };
+        EXPECT_EQ(columna("ModPausa"), columna("ModAvanzar")) << puntos;
+        EXPECT_EQ(columna("TeclaPausa"), columna("TeclaRetroceder")) << puntos;
+        EXPECT_EQ(Lista("TeclaPausa").width(), Lista("TeclaAvanzar").width()) << puntos;
+        for (const QWidget *uno : pagina.findChildren<QWidget *>()) {
+            if (uno->parentWidget() != &pagina && uno->parentWidget()->objectName() != "FrameAvRe") continue;
+            EXPECT_GE(uno->width(), uno->minimumSizeHint().width()) << puntos << uno->accessibleName().toStdString();
+            EXPECT_GE(uno->height(), uno->minimumSizeHint().height()) << puntos << uno->accessibleName().toStdString();
+            EXPECT_TRUE(uno->parentWidget()->rect().contains(uno->geometry())) << puntos;
+        }
+    }
 }
 
 TEST_F(ucOpcTeclasRapTest, EveryControlHasANameOfItsOwn) {
