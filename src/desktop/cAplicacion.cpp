@@ -103,6 +103,7 @@ struct cAplicacion::Lector {
                          .form = form,
                          .registro = a.m_registro,
                          .ayuda = a.m_superficie.Ayuda(),
+                         .dialogo = a.m_dialogo,
                          .pagWeb = [&a] { a.m_superficie.PagWebOndalis_Click(); },
                          .alFrente = [](WId ventana) { TraeAlFrente(static_cast<std::uint32_t>(ventana)); },
                          .comandoAutoarranque = a.ComandoDeEstaVez()}) {
@@ -133,6 +134,7 @@ void cAplicacion::Ventanillas::DescargaFormularios() {
     a.m_superficie.DescargaFormularios();
     if (a.m_lector) a.m_lector->configuracion.Descarga();
     a.m_mensajes.Cierra();
+    a.m_ventanaFichero.Cierra();
 }
 
 // The executable and the arguments of this run. A resident reader's arguments hold no blanks.
@@ -147,6 +149,7 @@ cAplicacion::cAplicacion(Preparativos &preparativos, QString linea)
       m_mensajes([](WId ventana) { TraeAlFrente(static_cast<std::uint32_t>(ventana)); },
                  [this] { m_cola.Despierta(); }),
       m_general(p.log, m_mensajes, m_prioridad),
+      m_ventanaFichero(m_mensajes, [](WId ventana) { TraeAlFrente(static_cast<std::uint32_t>(ventana)); }),
       m_registro(p.log, rutas::CarpetaAutoarranque()),
       m_portapapeles(p.log),
       m_teclas(p.log),
@@ -359,6 +362,7 @@ void cAplicacion::Salir() {
     if (m_saliendo) return;
     m_saliendo = true;
     m_mensajes.Cierra();
+    m_ventanaFichero.Cierra();
     m_bandeja.AlCambiarSitio({});
     m_esperaBandeja.SetEnabled(false);
     m_ventanaMenu.reset();

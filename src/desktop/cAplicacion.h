@@ -8,6 +8,7 @@
 #include "desktop/VentanaMenu.h"
 #include "desktop/cBandeja.h"
 #include "desktop/cCanalPerezoso.h"
+#include "desktop/cDialogoFicheroQt.h"
 #include "desktop/cFinSesion.h"
 #include "desktop/cMensajesQt.h"
 #include "desktop/cMenuBandeja.h"
@@ -106,6 +107,8 @@ private:
     cPunteroQt m_puntero;
     cPrioridadUnix m_prioridad;
     cGeneral m_general;
+    cDialogoFicheroQt m_ventanaFichero;
+    cDialogoFichero m_dialogo{m_ventanaFichero};
     cRegistro m_registro;
     cPortapapelesX11 m_portapapeles;
     cTeclasX11 m_teclas;

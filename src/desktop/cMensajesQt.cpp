@@ -1,8 +1,10 @@
 #include "desktop/cMensajesQt.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QMessageBox>
 #include <QTimer>
+#include <QWindow>
 
 namespace ondalis {
 
@@ -25,6 +27,11 @@ bool cMensajesQt::Muestra(const QString &texto, bool pregunta, bool defectoSi, c
         caja.setIcon(QMessageBox::Information);
         caja.setStandardButtons(QMessageBox::Ok);
         caja.button(QMessageBox::Ok)->setText(QStringLiteral("Aceptar"));
+    }
+    // Owned by the window it came from, in the window manager's eyes only: that one may be deleted meanwhile.
+    if (const QWidget *duena = QApplication::activeWindow()) {
+        caja.winId();
+        caja.windowHandle()->setTransientParent(duena->windowHandle());
     }
     QTimer::singleShot(0, &caja, [this, &caja] {
         caja.raise();

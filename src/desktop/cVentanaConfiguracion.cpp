@@ -1,5 +1,7 @@
 #include "desktop/cVentanaConfiguracion.h"
 
+#include "audio/ucOpcGrabar.h"
+#include "keys/ucOpcTeclasRap.h"
 #include "settings/ucOpcGeneral.h"
 #include "settings/ucOpcTipoLectura.h"
 
@@ -44,6 +46,8 @@ void cVentanaConfiguracion::PonPagina(Pagina cual, PaginaOpciones *pagina) {
 void cVentanaConfiguracion::CreaPaginas() {
     PonPagina(Pagina::General, new ucOpcGeneral(c.lector.opcGeneral));
     PonPagina(Pagina::TipoLectura, new ucOpcTipoLectura(c.lector.opcTipoLectura));
+    PonPagina(Pagina::Grabar, new ucOpcGrabar(c.lector.opcGrabar, c.dialogo));
+    PonPagina(Pagina::TeclasRap, new ucOpcTeclasRap(c.lector.opcTeclasRap, c.lector.tecla, c.lector.general));
 }
 
 }  // namespace ondalis

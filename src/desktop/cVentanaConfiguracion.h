@@ -8,6 +8,7 @@
 #include "desktop/Principal.h"
 #include "desktop/cAyuda.h"
 #include "reader/cConfiguracion.h"
+#include "settings/cDialogoFichero.h"
 
 namespace ondalis {
 
@@ -18,6 +19,7 @@ public:
         cFormPrincipal &form;
         cRegistro &registro;
         cAyuda &ayuda;
+        cDialogoFichero &dialogo;
         std::function<void()> pagWeb;
         std::function<void(WId)> alFrente;  // may be empty
         QString comandoAutoarranque;        // as a desktop entry's Exec has it

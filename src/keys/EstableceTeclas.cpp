@@ -1,15 +1,17 @@
 #include "keys/EstableceTeclas.h"
 
+#include <QStringList>
+
 namespace ondalis {
 
 void EstableceTeclasRapidas(cTecla &tecla, const cOpcTeclasRap &opciones) {
-    for (const QString nombre : ComandosConfigurables()) {
-        const int modificador = opciones.GetModif(nombre);
-        const auto codigo = static_cast<std::int16_t>(opciones.GetAscii(nombre));
-        if (tecla.Registrada(modificador, codigo, nombre)) continue;
-        tecla.BorraTecla(nombre);
-        tecla.AddTecla(modificador, codigo, nombre);
-    }
+    const auto codigo = [&](const QString &nombre) { return static_cast<std::int16_t>(opciones.GetAscii(nombre)); };
+    QStringList cambiadas;
+    for (const QString nombre : ComandosConfigurables())
+        if (!tecla.Registrada(opciones.GetModif(nombre), codigo(nombre), nombre)) cambiadas << nombre;
+    // All of them are let go first: two commands may exchange their keys.
+    for (const QString &nombre : cambiadas) tecla.BorraTecla(nombre);
+    for (const QString &nombre : cambiadas) tecla.AddTecla(opciones.GetModif(nombre), codigo(nombre), nombre);
 }
 
 }  // namespace ondalis

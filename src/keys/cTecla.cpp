@@ -36,8 +36,10 @@ void cTecla::AddTecla(std::int32_t modificador, std::int16_t tecla, const QStrin
     if (m_ventana == 0) return;
     const int identificador = static_cast<int>(m_teclas.size()) - 1 + PrimerIdentificador;
     m_teclas.back() = {Mascara(modificador), tecla, nombre};
-    // One that another program holds stays in the table and fires when that one lets go.
-    m_sistema.Registra(identificador, m_teclas.back().Modificadores, tecla);
+    // One that another program holds stays in the table and fires when that one lets go; the user isn't told.
+    if (!m_sistema.Registra(identificador, m_teclas.back().Modificadores, tecla))
+        m_log.Escribe(QStringLiteral("cTecla.AddTecla: "),
+                      QStringLiteral("La combinación de %1 no está libre; se toma cuando lo esté").arg(nombre));
     m_teclas.emplace_back();
 }
 

@@ -6,6 +6,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
+#include <QWindow>
+#include <memory>
 
 #include "settings/cCola.h"
 
@@ -58,6 +60,20 @@ TEST(cMensajesQt, TheZerosBehindAnEnginesErrorAreNotShown) {
         caja.buttons().front()->click();
     });
     EXPECT_TRUE(mensajes.Muestra(QStringLiteral("Disco lleno") + QString(200, QChar(u'\0')), false, false, QString()));
+}
+
+TEST(cMensajesQt, TheBoxBelongsToTheWindowItCameFromAndOutlivesIt) {
+    auto ventana = std::make_unique<QWidget>();
+    ventana->show();
+    QApplication::setActiveWindow(ventana.get());
+    cMensajesQt mensajes;
+    EnLaCaja([&](QMessageBox &caja) {
+        EXPECT_EQ(caja.windowHandle()->transientParent(), ventana->windowHandle());
+        ventana.reset();
+        ASSERT_EQ(QApplication::activeModalWidget(), &caja);
+        caja.buttons().front()->click();
+    });
+    EXPECT_TRUE(mensajes.Muestra(QStringLiteral("hola"), false, false, QStringLiteral("Ondalis")));
 }
 
 TEST(cMensajesQt, TheBoxStandsInFrontOfEverything) {

@@ -127,6 +127,8 @@ TEST_F(cTeclaTest, ACombinationHeldByAnotherProgramStaysInTheTableAndNeverFires)
     tecla.AddTecla(0, 49, "Pausa");
     EXPECT_TRUE(tecla.Registrada(0, 49, "Pausa"));
     EXPECT_FALSE(sistema.Pulsa(2, 49));
+    ASSERT_EQ(propio.LineasLog().size(), 1);
+    EXPECT_TRUE(propio.LineasLog()[0].contains("cTecla.AddTecla: "));
 }
 
 TEST_F(cTeclaTest, PressesAreRaisedFromTheQueueNotInsideThePress) {
