@@ -64,6 +64,7 @@ private:
         explicit Ventanillas(cAplicacion &aplicacion)
             : SinVentanas(aplicacion.p.log, [&aplicacion] { aplicacion.Salir(); }), a(aplicacion) {}
         void Opciones() override;
+        void Aviso() override;
         void DescargaFormularios() override;
         void MuestraLupa() override { a.m_superficie.MuestraLupa(); }
         void DescargaLupa() override { a.m_superficie.DescargaLupa(); }
@@ -84,6 +85,7 @@ private:
     void ConectaMenu();
     void ConectaSalida();
     void PideSalida();
+    bool VelocidadConSuper() const;
     void MuestraVentanaMenu(bool visible);
     void AvisaEnReposo(const QString &texto);
     QString ComandoDeEstaVez() const;

@@ -8,6 +8,7 @@
 #include "desktop/Principal.h"
 #include "desktop/cAyuda.h"
 #include "reader/cConfiguracion.h"
+#include "reader/cPruebaVoz.h"
 
 namespace ondalis {
 
@@ -18,6 +19,9 @@ public:
         cFormPrincipal &form;
         cRegistro &registro;
         cAyuda &ayuda;
+        const cVoces &voces;
+        cPruebaVoz &prueba;
+        std::function<bool()> velocidadConSuper;  // as the page of voices has it
         std::function<void()> pagWeb;
         std::function<void(WId)> alFrente;  // may be empty
         QString comandoAutoarranque;        // as a desktop entry's Exec has it

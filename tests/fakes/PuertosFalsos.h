@@ -108,6 +108,7 @@ public:
     explicit VentanasFalsas(Diario &diario) : m_diario(diario) {}
     void Opciones() override { m_diario.Anota(QStringLiteral("ventanas.Opciones")); }
     void AbrirEditor() override { m_diario.Anota(QStringLiteral("ventanas.AbrirEditor")); }
+    void Aviso() override { m_diario.Anota(QStringLiteral("ventanas.Aviso")); }
     void Salir() override { m_diario.Anota(QStringLiteral("ventanas.Salir")); }
     void MuestraLupa() override { m_diario.Anota(QStringLiteral("ventanas.MuestraLupa")); }
     void DescargaLupa() override { m_diario.Anota(QStringLiteral("ventanas.DescargaLupa")); }
