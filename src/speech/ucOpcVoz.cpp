@@ -59,6 +59,11 @@ QLabel *Discreto(const char *nombre, const QString &texto) {
     return letrero;
 }
 
+int AnchoCaja(cCajaNumero &caja, int maximo) {
+    caja.setRange(0, maximo);
+    return caja.sizeHint().width();
+}
+
 QLabel *Rotulo(const QString &texto, QWidget *de) {
     auto *rotulo = new QLabel(texto);
     rotulo->setBuddy(de);
@@ -96,15 +101,17 @@ void ucOpcVoz::PonVelocidad(QFormLayout &tabla) {
     m_velocidad = new cDeslizador("ScrollVelocidad", "ValorVelocidad", QStringLiteral("Velocidad"));
     m_volumen = new cDeslizador("ScrollVolumen", "ValorVolumen", QStringLiteral("Volumen"));
     tabla.addRow(Rotulo(QStringLiteral("Velocidad"), m_velocidad), m_velocidad);
+    // Both boxes are as wide as the longest number that either family has.
+    const int ancho = AnchoCaja(*m_velocidad->Caja(), cOpcVoz::RangoVelocidad(true).maximo);
+    for (cDeslizador *uno : {m_velocidad, m_volumen}) uno->Caja()->setFixedWidth(ancho);
     auto *teclas = new QHBoxLayout;
+    teclas->setSpacing(0);
     teclas->addWidget(Discreto("TeclaMenosVel", QStringLiteral("Ctrl+Alt+F9")));
     teclas->addStretch();
     teclas->addWidget(Discreto("TeclaMasVel", QStringLiteral("Ctrl+Alt+F10")));
-    // Under the bar's two ends: the box stands beside it.
-    teclas->addSpacing(m_velocidad->Caja()->sizeHint().width() +
-                       style()->pixelMetric(QStyle::PM_LayoutHorizontalSpacing));
+    teclas->addSpacing(ancho + m_velocidad->layout()->spacing());  // under the bar's end, not under the box
     tabla.addRow(QString(), teclas);
-    m_teclas = Discreto("TeclasSuper", QStringLiteral("En este equipo, Super+Ctrl+F9 y Super+Ctrl+F10"));
+    m_teclas = Discreto("TeclasSuper", QStringLiteral("En este equipo, Super en lugar de Alt"));
     m_teclas->setWordWrap(true);
     m_teclas->hide();
     tabla.addRow(QString(), m_teclas);
