@@ -110,11 +110,13 @@ void ucOpcVoz::PonVelocidad(QFormLayout &tabla) {
     teclas->addStretch();
     teclas->addWidget(Discreto("TeclaMasVel", QStringLiteral("Ctrl+Alt+F10")));
     teclas->addSpacing(ancho + m_velocidad->layout()->spacing());  // under the bar's end, not under the box
-    tabla.addRow(QString(), teclas);
     m_teclas = Discreto("TeclasSuper", QStringLiteral("En este equipo, Super en lugar de Alt"));
-    m_teclas->setWordWrap(true);
     m_teclas->hide();
-    tabla.addRow(QString(), m_teclas);
+    auto *bajo = new QVBoxLayout;
+    bajo->setSpacing(2);
+    bajo->addLayout(teclas);
+    bajo->addWidget(m_teclas);
+    tabla.addRow(QString(), bajo);
     tabla.addRow(Rotulo(QStringLiteral("Volumen"), m_volumen), m_volumen);
 }
 
