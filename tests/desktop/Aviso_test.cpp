@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include "fakes/PaletaOscura.h"
 #include "keys/EstableceTeclas.h"
 #include "reader/PruebaVoz.h"
 
@@ -156,6 +157,15 @@ TEST_F(AvisoTest, NoLetterIsTwiceOnAPageAndNoTwoControlsHaveTheSameName) {
         }
         for (const QChar letra : letras) EXPECT_EQ(letras.count(letra), 1) << pagina << letras.toStdString();
         EXPECT_GE(letras.size(), 4);
+        if (pagina < 5) Pulsa("AsistSig");
+    }
+}
+
+TEST_F(AvisoTest, EveryTextCanBeReadOnADarkDesktop) {
+    const PaletaOscura oscura;
+    Abre();
+    for (int pagina = 1; pagina <= 5; ++pagina) {
+        CompruebaContraste(aviso);
         if (pagina < 5) Pulsa("AsistSig");
     }
 }

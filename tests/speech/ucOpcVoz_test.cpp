@@ -10,6 +10,7 @@
 #include <QSlider>
 
 #include "fakes/EstadoDiseno.h"
+#include "fakes/PaletaOscura.h"
 #include "reader/PruebaVoz.h"
 #include "settings/pagina/cCajaNumero.h"
 
@@ -219,6 +220,15 @@ TEST_F(PaginaVozTest, TheKeysOfSpeedAreNamedAndTheRegisteredOnesWhereTheyDiffer)
     pagina.EstableceValores();
     EXPECT_FALSE(De<QLabel>("TeclasSuper")->isHidden());
     EXPECT_TRUE(Barra("ScrollVelocidad")->accessibleDescription().contains("Super+Ctrl+F9"));
+}
+
+TEST_F(PaginaVozTest, EveryTextCanBeReadOnADarkDesktop) {
+    const PaletaOscura oscura;
+    conSuper = true;
+    pagina.EstableceValores();
+    De<QCheckBox>("CheckAvanzados")->setChecked(true);
+    pagina.show();
+    CompruebaContraste(pagina);
 }
 
 TEST_F(PaginaVozTest, TheCaptionsAreTheGivenOnesAndNoTwoControlsHaveTheSameName) {
