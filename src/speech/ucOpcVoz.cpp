@@ -266,6 +266,9 @@ void ucOpcVoz::EstableceVelocidad() {
 void ucOpcVoz::MuestraTeclas() {
     const bool otras = c.velocidadConSuper && c.velocidadConSuper();
     m_teclas->setVisible(otras);
+    // The window takes its size from the page before the event loop has come to lay it out anew.
+    layout()->update();
+    layout()->activate();
     m_velocidad->Barra().setAccessibleDescription(
         otras ? QStringLiteral("Teclas rápidas: Super+Ctrl+F9, más despacio; Super+Ctrl+F10, más deprisa")
               : QStringLiteral("Teclas rápidas: Ctrl+Alt+F9, más despacio; Ctrl+Alt+F10, más deprisa"));

@@ -43,7 +43,9 @@ inline double Luminancia(QRgb color) {
 
 // The painted contrast of every enabled text that is shown is 4.5 at least.
 inline void CompruebaContraste(QWidget &ventana) {
+    QCoreApplication::processEvents();
     const QImage imagen = ventana.grab().toImage();
+    EXPECT_LT(Luminancia(imagen.pixel(2, 2)), 0.1);
     int textos = 0;
     for (const QWidget *uno : ventana.findChildren<QWidget *>()) {
         const bool texto = qobject_cast<const QLabel *>(uno) || qobject_cast<const QCheckBox *>(uno) ||

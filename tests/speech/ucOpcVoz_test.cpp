@@ -222,6 +222,14 @@ TEST_F(PaginaVozTest, TheKeysOfSpeedAreNamedAndTheRegisteredOnesWhereTheyDiffer)
     EXPECT_TRUE(Barra("ScrollVelocidad")->accessibleDescription().contains("Super+Ctrl+F9"));
 }
 
+TEST_F(PaginaVozTest, ThePageHasRoomForTheHintBeforeItIsLaidOut) {
+    pagina.EstableceValores();
+    const int sin = pagina.sizeHint().height();
+    conSuper = true;
+    pagina.EstableceValores();
+    EXPECT_GE(pagina.sizeHint().height(), sin + De<QLabel>("TeclasSuper")->sizeHint().height());
+}
+
 TEST_F(PaginaVozTest, EveryTextCanBeReadOnADarkDesktop) {
     const PaletaOscura oscura;
     conSuper = true;
