@@ -8,6 +8,7 @@
 
 #include "audio/cGrabadora.h"
 #include "audio/cVozEnFicheroSAPI5.h"
+#include "desktop/Aviso.h"
 #include "desktop/Recursos.h"
 #include "desktop/Rutas.h"
 #include "engine/cCanalMotor.h"
@@ -99,11 +100,20 @@ struct cAplicacion::Lector {
                         .extractor = &extractor},
           form(colaboradores),
           menu(form.Menu(), a.m_cola),
+          prueba({.lector = colaboradores,
+                  .form = form,
+                  .puntero = a.m_puntero,
+                  .voces = a.m_voces,
+                  .voz = a.m_voz,
+                  .sapi5 = a.m_vozSAPI5.get()}),
           configuracion({.lector = colaboradores,
                          .form = form,
                          .registro = a.m_registro,
                          .ayuda = a.m_superficie.Ayuda(),
                          .dialogo = a.m_dialogo,
+                         .voces = a.m_voces,
+                         .prueba = prueba,
+                         .velocidadConSuper = [&a] { return a.VelocidadConSuper(); },
                          .pagWeb = [&a] { a.m_superficie.PagWebOndalis_Click(); },
                          .alFrente = [](WId ventana) { TraeAlFrente(static_cast<std::uint32_t>(ventana)); },
                          .comandoAutoarranque = a.ComandoDeEstaVez()}) {
@@ -122,17 +132,32 @@ struct cAplicacion::Lector {
     ColaboradoresPrincipal colaboradores;
     cFormPrincipal form;
     cMenuBandeja menu;
+    cPruebaVoz prueba;
     cVentanaConfiguracion configuracion;
+    std::unique_ptr<Aviso> aviso;  // the assistant, where it has been shown
 };
 
 void cAplicacion::Ventanillas::Opciones() {
     if (a.m_lector) a.m_lector->configuracion.Opciones();
 }
 
+void cAplicacion::Ventanillas::Aviso() {
+    Lector &l = *a.m_lector;
+    if (!l.aviso)
+        l.aviso = std::make_unique<ondalis::Aviso>(ondalis::Aviso::Colaboradores{
+            .logica = {.lector = l.colaboradores, .form = l.form, .registro = a.m_registro},
+            .voces = a.m_voces,
+            .prueba = l.prueba,
+            .ayuda = a.m_superficie.Ayuda(),
+            .alFrente = [](WId ventana) { TraeAlFrente(static_cast<std::uint32_t>(ventana)); }});
+    l.aviso->Init();
+}
+
 // The pages' windows go before the boxes: what waits in one for an answer gets it then.
 void cAplicacion::Ventanillas::DescargaFormularios() {
     a.m_superficie.DescargaFormularios();
     if (a.m_lector) a.m_lector->configuracion.Descarga();
+    if (a.m_lector && a.m_lector->aviso) a.m_lector->aviso->Descarga();
     a.m_mensajes.Cierra();
     a.m_ventanaFichero.Cierra();
 }
@@ -344,6 +369,16 @@ void cAplicacion::ConectaMenu() {
     m_bandeja.AlCambiarSitio([this] { m_sinBandeja.Revisa(); });
     m_bandeja.SetMenu(&menu.Menu());
     m_bandeja.AlDobleClick([this, &form] { m_cola.Pon(cCola::Clase::Orden, [&form] { form.Opciones_Click(); }); });
+}
+
+// Whether the keymap has made Super of Alt in the keys of speed.
+bool cAplicacion::VelocidadConSuper() const {
+    for (const int identificador : m_teclas.ConSuper()) {
+        const auto fila = static_cast<std::size_t>(identificador - cTecla::PrimerIdentificador);
+        if (fila < m_tecla.Teclas().size() && m_tecla.Teclas()[fila].NombreTecla == QLatin1String("MasVel"))
+            return true;
+    }
+    return false;
 }
 
 void cAplicacion::MuestraVentanaMenu(bool visible) {

@@ -70,6 +70,7 @@ private:
         explicit Ventanillas(cAplicacion &aplicacion)
             : SinVentanas(aplicacion.p.log, [&aplicacion] { aplicacion.Salir(); }), a(aplicacion) {}
         void Opciones() override;
+        void Aviso() override;
         void DescargaFormularios() override;
         void MuestraLupa() override { a.m_superficie.MuestraLupa(); }
         void DescargaLupa() override { a.m_superficie.DescargaLupa(); }
@@ -93,6 +94,7 @@ private:
     void PideSalida();
     void CortaEsperas();
     std::unique_ptr<VozEnFichero> CreaVozEnFichero();
+    bool VelocidadConSuper() const;
     void MuestraVentanaMenu(bool visible);
     void AvisaEnReposo(const QString &texto);
     QString ComandoDeEstaVez() const;

@@ -4,10 +4,11 @@
 #include "keys/ucOpcTeclasRap.h"
 #include "settings/ucOpcGeneral.h"
 #include "settings/ucOpcTipoLectura.h"
+#include "speech/ucOpcVoz.h"
 
 namespace ondalis {
 
-cVentanaConfiguracion::~cVentanaConfiguracion() = default;
+cVentanaConfiguracion::~cVentanaConfiguracion() { c.form.AlCambiarVelocidad({}); }
 
 void cVentanaConfiguracion::Opciones() {
     if (m_descargada) return;
@@ -45,6 +46,13 @@ void cVentanaConfiguracion::PonPagina(Pagina cual, PaginaOpciones *pagina) {
 
 void cVentanaConfiguracion::CreaPaginas() {
     PonPagina(Pagina::General, new ucOpcGeneral(c.lector.opcGeneral));
+    auto *voces = new ucOpcVoz({.opciones = c.lector.opcVoz,
+                                .voces = c.voces,
+                                .general = c.lector.general,
+                                .prueba = c.prueba,
+                                .velocidadConSuper = c.velocidadConSuper});
+    PonPagina(Pagina::Voces, voces);
+    c.form.AlCambiarVelocidad([voces] { voces->EstableceVelocidad(); });
     PonPagina(Pagina::TipoLectura, new ucOpcTipoLectura(c.lector.opcTipoLectura));
     PonPagina(Pagina::Grabar, new ucOpcGrabar(c.lector.opcGrabar, c.dialogo));
     PonPagina(Pagina::TeclasRap, new ucOpcTeclasRap(c.lector.opcTeclasRap, c.lector.tecla, c.lector.general));

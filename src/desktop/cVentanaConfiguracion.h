@@ -9,6 +9,7 @@
 #include "desktop/cAyuda.h"
 #include "reader/cConfiguracion.h"
 #include "settings/cDialogoFichero.h"
+#include "reader/cPruebaVoz.h"
 
 namespace ondalis {
 
@@ -20,6 +21,9 @@ public:
         cRegistro &registro;
         cAyuda &ayuda;
         cDialogoFichero &dialogo;
+        const cVoces &voces;
+        cPruebaVoz &prueba;
+        std::function<bool()> velocidadConSuper;  // as the page of voices has it
         std::function<void()> pagWeb;
         std::function<void(WId)> alFrente;  // may be empty
         QString comandoAutoarranque;        // as a desktop entry's Exec has it

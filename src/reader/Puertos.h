@@ -99,6 +99,7 @@ public:
     virtual ~Ventanas() = default;
     virtual void Opciones() = 0;
     virtual void AbrirEditor() = 0;
+    virtual void Aviso() {}    // the assistant of the first start
     virtual void Salir() = 0;  // unloads the main window
     // The magnifier; each harmless where it has been done already.
     virtual void MuestraLupa() {}

@@ -97,6 +97,9 @@ public:
     void Salir_Click();
     void PausaReanudaLectura(bool sinSalto, bool reinicia);
 
+    // Called when a hot key has changed the accepted speed; empty: nobody shows it.
+    void AlCambiarVelocidad(std::function<void()> aviso) { m_alCambiarVelocidad = std::move(aviso); }
+
     void TimerLectura_Timer();
     void tecla_HotKeyPulsada(const QString &nombre);
 
@@ -221,6 +224,7 @@ private:
     MenuIcono m_menu;
     QString m_ddeLink{QStringLiteral("Vínculo")};
     std::function<void(const QString &)> m_alCambiarDDELink;
+    std::function<void()> m_alCambiarVelocidad;
     int m_numIcono = 1;
     bool m_enOpciones = false;
     std::deque<OrdenRemota> m_remotas;  // accepted, not begun

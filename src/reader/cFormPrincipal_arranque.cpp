@@ -76,7 +76,10 @@ void cFormPrincipal::RecuperaConfiguracion() {
 void cFormPrincipal::Init() {
     Ejecuta("Init", [this] {
         c.timerLectura.SetEnabled(true);
-        if (!c.opcGeneral.ActivaAlArrancar()) ActivarDesactivar_Click();
+        if (!c.opcGeneral.ActivaAlArrancar())
+            ActivarDesactivar_Click();
+        else if (c.opcGeneral.Aviso())
+            c.ventanas.Aviso();
         c.tecla.Init(kVentanaPrincipal);
         RegistraTeclas();
         RotulaMenu();

@@ -101,6 +101,7 @@ void cFormPrincipal::TeclasVelocidad(const QString &nombre) {
         c.opcVoz.SetVelocidad(c.opcVoz.Velocidad() + (nombre == QLatin1String("MasVel") ? paso : -paso));
         c.motor.FijaVelocidad(c.opcVoz.Velocidad());
         c.opcVoz.SalvaVelocidad(c.motor.VelocidadMotor());
+        if (m_alCambiarVelocidad) m_alCambiarVelocidad();
         SonidoGeneral(QStringLiteral("VOLUMEN"));
         if (!c.opcTeclasRap.UtilizaAvisos()) return;
         const int dicha = ibm ? c.opcVoz.Velocidad() : c.opcVoz.Velocidad() + 10;

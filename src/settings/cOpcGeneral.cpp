@@ -11,6 +11,7 @@ constexpr FilaOpcion kFilas[] = {
     FilaDe("CheckSonidos", "General", "UtilizaSonidos"),         FilaDe("CheckVerLupa", "General", "VerLupa"),
     FilaDe("CheckSignosPunt", "General", "PronunciaSignosPunt"),
 };
+constexpr FilaOpcion kAviso = FilaDe("CheckMostrar", "General", "Aviso");
 }  // namespace
 
 cOpcGeneral::cOpcGeneral(cRegistro &registro, cLog &log)
@@ -21,5 +22,9 @@ cOpcGeneral::cOpcGeneral(cRegistro &registro, cLog &log)
 void cOpcGeneral::ReleeVerLupa() {
     if (const auto valor = LeeFila(Fila("CheckVerLupa"))) SetTag(QStringLiteral("CheckVerLupa"), *valor);
 }
+
+bool cOpcGeneral::Aviso() { return LeeFila(kAviso).value_or(QString::fromLatin1(kAviso.diseno)) == QLatin1String("1"); }
+
+void cOpcGeneral::SalvaAviso(bool valor) { SalvaFila(kAviso, valor ? QStringLiteral("1") : QStringLiteral("0")); }
 
 }  // namespace ondalis

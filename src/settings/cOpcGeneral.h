@@ -24,6 +24,10 @@ public:
 
     // The magnifier closed by hand has changed the store.
     void ReleeVerLupa();
+    // Whether the assistant comes at the next start: a setting without a control of the page, read from the store and
+    // written to it.
+    bool Aviso();
+    void SalvaAviso(bool valor);
     void GuardaValores() { SalvaFilas(); }
 };
 

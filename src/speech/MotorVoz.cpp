@@ -69,7 +69,16 @@ int MotorVoz::VelocidadMotor() const {
     return m_sapi5->Rate();
 }
 
+// Each control knows of its own speech only: whoever speaks with one or silences it means whatever sounds.
+void MotorVoz::CallaLaOtra() {
+    if (!m_opciones.EsIBM())
+        m_voz.Detiene();
+    else if (m_sapi5 != nullptr)
+        static_cast<void>(m_sapi5->Speak({}, SpVoice::Purga));
+}
+
 Fallo MotorVoz::Habla(const QString &texto, bool signos) {
+    CallaLaOtra();
     if (m_opciones.EsIBM()) {
         m_voz.SetTexto(texto);
         m_voz.Habla();
@@ -118,6 +127,7 @@ void MotorVoz::Reanuda() {
 // A paused engine is resumed before it is stopped, so that none is left with a paused queue; the resume takes effect
 // only when the running handler ends, and by then the stop has cancelled it.
 void MotorVoz::Detiene() {
+    CallaLaOtra();
     if (m_opciones.EsIBM()) {
         if (m_voz.EnPausa()) m_voz.Reanuda();
         m_voz.Detiene();

@@ -42,6 +42,9 @@ public:
     virtual void CancelaEspera();
 
 private:
+    // A test may have left the other family's engine speaking.
+    void CallaLaOtra();
+
     ActorSvr &m_voz;
     SpVoice *m_sapi5;
     VozECI *m_eci;

@@ -94,6 +94,20 @@ const RegistroVoz *cVoces::Busca(const QString &fabricante, const QString &nombr
     return fila == m_filas.end() ? nullptr : &*fila;
 }
 
+QStringList cVoces::Fabricantes() const {
+    QStringList fabricantes;
+    for (const RegistroVoz &fila : m_filas)
+        if (!fila.Fabricante.isEmpty() && !fabricantes.contains(fila.Fabricante)) fabricantes << fila.Fabricante;
+    return fabricantes;
+}
+
+std::vector<int> cVoces::DeFabricante(const QString &fabricante) const {
+    std::vector<int> suyas;
+    for (std::size_t i = 0; i < m_filas.size(); ++i)
+        if (m_filas[i].Fabricante == fabricante) suyas.push_back(static_cast<int>(i));
+    return suyas;
+}
+
 const RegistroVoz *cVoces::BuscaNombre(const QString &nombre) const {
     const auto fila = std::ranges::find(m_filas, nombre, &RegistroVoz::NombreVoz);
     return fila == m_filas.end() ? nullptr : &*fila;

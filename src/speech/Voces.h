@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <cstdint>
 #include <functional>
 #include <vector>
@@ -47,6 +48,10 @@ public:
     const std::vector<RegistroVoz> &Filas() const { return m_filas; }
     const RegistroVoz *Busca(const QString &fabricante, const QString &nombre) const;  // null: none
     const RegistroVoz *BuscaNombre(const QString &nombre) const;                       // first of that name
+    // What the lists of makers and of a maker's voices show: each maker once, in the catalogue's order; positions in
+    // Filas. The row of an empty catalogue is no maker's.
+    QStringList Fabricantes() const;
+    std::vector<int> DeFabricante(const QString &fabricante) const;
 
 private:
     cLog &m_log;

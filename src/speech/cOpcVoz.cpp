@@ -113,8 +113,22 @@ void cOpcVoz::SetVolumen(int volumen) {
     if (valor >= rango.minimo && valor <= rango.maximo) SetEntero("ScrollVolumen", valor);
 }
 
+bool cOpcVoz::CambiaVoz(const QString &fabricante, const QString &voz) {
+    if (fabricante == FabricanteActivo() && voz == VozActiva()) return false;
+    const bool otroFabricante = fabricante != FabricanteActivo();
+    SetFabricanteActivo(fabricante);
+    SetVozActiva(voz);
+    if (otroFabricante) AplicaRangos();
+    TomaValoresDeLaVoz();
+    return true;
+}
+
 void cOpcVoz::SetTagsAvanzados() {
-    if (ValoresAvanzados() || !EsIBM()) return;
+    if (!ValoresAvanzados()) TomaValoresDeLaVoz();
+}
+
+void cOpcVoz::TomaValoresDeLaVoz() {
+    if (!EsIBM()) return;
     const RegistroVoz *fila = m_voces.Busca(FabricanteActivo(), VozActiva());
     if (fila == nullptr) return;
     SetEntero("ScrollTono", fila->TonoDefecto);

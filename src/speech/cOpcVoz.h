@@ -39,6 +39,10 @@ public:
     std::int16_t Diafonia() const { return static_cast<std::int16_t>(Entero("ScrollDiafonia")); }
     std::int16_t TamCabeza() const { return static_cast<std::int16_t>(Entero("ScrollTamCabeza")); }
 
+    // A choice that is accepted outside the page: what depends on the maker and on the voice follows, as it does on the
+    // page. Another maker takes speed and volume to its family's defaults and the advanced values off where there are
+    // none; another voice brings its own five values. False when this pair is the accepted one already.
+    bool CambiaVoz(const QString &fabricante, const QString &voz);
     // With the advanced values off and an "IBM" voice, the five tags take that voice's defaults.
     void SetTagsAvanzados();
     void GuardaValores();
@@ -54,6 +58,8 @@ private:
     // What the lists show before any stored value: "IBM" and "Carlos" where the catalogue has them.
     void SeleccionaInicial();
     void Carga(bool haySAPI5);
+    // The five tags take the defaults of the "IBM" voice.
+    void TomaValoresDeLaVoz();
     // The family's ranges: speed and volume at its defaults; advanced values off for families without them.
     void AplicaRangos();
 

@@ -114,6 +114,7 @@ public:
     }
     std::function<void()> alPedirOpciones;
     void AbrirEditor() override { m_diario.Anota(QStringLiteral("ventanas.AbrirEditor")); }
+    void Aviso() override { m_diario.Anota(QStringLiteral("ventanas.Aviso")); }
     void Salir() override { m_diario.Anota(QStringLiteral("ventanas.Salir")); }
     void MuestraLupa() override { m_diario.Anota(QStringLiteral("ventanas.MuestraLupa")); }
     void DescargaLupa() override { m_diario.Anota(QStringLiteral("ventanas.DescargaLupa")); }

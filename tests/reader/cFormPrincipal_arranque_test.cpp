@@ -102,11 +102,27 @@ TEST_F(Arranque, AConfiguredKeyIsRegisteredAndShown) {
 }
 
 TEST_F(Arranque, InitShowsTheMagnifierLastAndOnlyWhenWanted) {
+    opcGeneral.SalvaAviso(false);
     principal.Init();
     EXPECT_EQ(diario.De("ventanas"), Lineas{});
     opcGeneral.SetVerLupa(true);
     principal.Init();
     EXPECT_EQ(diario.Todo().back(), "ventanas.MuestraLupa");
+}
+
+TEST_F(Arranque, TheAssistantComesAtAnActiveStartUntilItIsToldNotTo) {
+    principal.Init();
+    EXPECT_EQ(diario.Todo(), (Lineas{"timer.si", "ventanas.Aviso"}));
+    opcGeneral.SalvaAviso(false);
+    diario.Olvida();
+    principal.Init();
+    EXPECT_EQ(diario.De("ventanas"), Lineas{});
+}
+
+TEST_F(Arranque, AnInactiveStartShowsNoAssistant) {
+    opcGeneral.SetActivaAlArrancar(false);
+    principal.Init();
+    EXPECT_EQ(diario.De("ventanas"), Lineas{});
 }
 
 TEST_F(Arranque, InitPutsTheKeysNamesBehindTheCaptions) {

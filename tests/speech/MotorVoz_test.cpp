@@ -42,6 +42,31 @@ struct Mesa {
     std::unique_ptr<MotorVoz> motor;
 };
 
+// A test of a voice may be of the family that isn't accepted.
+
+TEST(MotorVoz, AReadingSilencesATestOfTheOtherFamilyAndBeginsUnderItsOwnState) {
+    Mesa mesa("eSpeak NG", "Spanish");
+    mesa.banco.estado.valor = cEstadoVoz::Aviso;
+    mesa.voz.SetTexto(QStringLiteral("una prueba"));
+    mesa.voz.Habla(true);
+    mesa.banco.cola.DejaCorrer();
+    mesa.banco.Saca();
+    EXPECT_FALSE(mesa.motor->Habla(QStringLiteral("una lectura"), false));
+    EXPECT_FALSE(mesa.banco.canal.sonando);
+    EXPECT_TRUE(mesa.canalSAPI5.sonando);
+    EXPECT_THAT(mesa.banco.Saca(), ElementsAre("Stop 1"));
+}
+
+TEST(MotorVoz, AStopSilencesWhicheverFamilySounds) {
+    Mesa mesa("eSpeak NG", "Spanish");
+    mesa.voz.SetTexto(QStringLiteral("una prueba"));
+    mesa.voz.Habla(true);
+    mesa.motor->Detiene();
+    EXPECT_FALSE(mesa.banco.canal.sonando);
+    mesa.motor->Detiene();
+    EXPECT_THAT(mesa.banco.canal.ordenes, ElementsAre("habla", "detiene"));
+}
+
 // "IBM"
 
 TEST(MotorVoz, TheSameVoiceAndNumbersGoToTheLiveControlAndToTheRecordingEngine) {

@@ -49,6 +49,30 @@ TEST_F(cOpcVozTest, AMachineWithoutStoredSettingsSpeaksWithCarlos) {
     EXPECT_EQ(pagina->TamCabeza(), Fila("Carlos").TamCabezaDefecto);
 }
 
+TEST_F(cOpcVozTest, AVoiceChosenOutsideThePageBringsItsOwnFiveValues) {
+    const auto pagina = Abre();
+    pagina->SetVelocidad(300);
+    pagina->SetValoresAvanzados(true);
+    pagina->SetTag(QStringLiteral("ScrollTono"), QStringLiteral("400"));
+    EXPECT_FALSE(pagina->CambiaVoz(QStringLiteral("IBM"), QStringLiteral("Carlos")));
+    EXPECT_EQ(pagina->Tono(), 400);
+    EXPECT_TRUE(pagina->CambiaVoz(QStringLiteral("IBM"), QStringLiteral("Pilar")));
+    EXPECT_EQ(pagina->Tono(), Fila("Pilar").TonoDefecto);
+    EXPECT_EQ(pagina->Velocidad(), 300);
+    EXPECT_TRUE(pagina->ValoresAvanzados());
+}
+
+TEST_F(cOpcVozTest, AMakerChosenOutsideThePageTakesSpeedAndVolumeToItsDefaults) {
+    const auto pagina = Abre();
+    pagina->SetVelocidad(300);
+    pagina->SetValoresAvanzados(true);
+    EXPECT_TRUE(pagina->CambiaVoz(QStringLiteral("Flite"), QStringLiteral("kal")));
+    EXPECT_EQ(pagina->Velocidad(), 0);
+    EXPECT_EQ(pagina->Volumen(), 100);
+    EXPECT_FALSE(pagina->ValoresAvanzados());
+    EXPECT_EQ(pagina->NumeroVoz(), 2);
+}
+
 TEST_F(cOpcVozTest, EveryStoredValueIsLoaded) {
     Guarda("FabricanteActivo", "IBM");
     Guarda("VozActiva", "Oma");

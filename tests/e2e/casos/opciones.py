@@ -72,6 +72,7 @@ def lo_aceptado_con_el_teclado_queda_guardado_y_vale_en_el_acto():
         b.tecla('Tab')
         b.tecla('space')  # CheckPrioridad
         b.tecla('ctrl+Tab')
+        b.tecla('ctrl+Tab')  # over "Voces"
         time.sleep(0.2)
         _retrata(b, 'opciones-tipo-lectura')
         for tecla in ('Tab', 'Tab', 'Tab', '2', 'Return'):  # the limit of a short text
@@ -152,6 +153,7 @@ def _se_ve_entera(factor, puntos):
         _doble_click(b)
         ventana = _espera_abierta(b)
         _retrata(b, f'opciones-{factor}-{puntos}-general')
+        b.tecla('Down')
         b.tecla('Down')
         time.sleep(0.3)
         _retrata(b, f'opciones-{factor}-{puntos}-tipo-lectura')
