@@ -4,14 +4,13 @@
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QPushButton>
-#include <QScreen>
 #include <QScrollArea>
-#include <QScrollBar>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
 #include "desktop/ListaOpciones.h"
+#include "settings/pagina/AreaPagina.h"
 #include "settings/pagina/PaginaOpciones.h"
 
 namespace ondalis {
@@ -19,34 +18,11 @@ namespace ondalis {
 namespace {
 
 constexpr int kAltoPagina = 3105 / kTwipsPorPixel;  // logical pixels, at least
-constexpr QSize kHolgura{20, 60};                   // for the frame and the desktop's panels
 constexpr int kIconoEmpresa = 22;
-
-// A page in full size where the screen allows it, else scrolled.
-class AreaPagina : public QScrollArea {
-public:
-    explicit AreaPagina(PaginaOpciones *pagina) {
-        setWidgetResizable(true);
-        setFrameShape(QFrame::NoFrame);
-        setFocusPolicy(Qt::NoFocus);
-        setWidget(pagina);
-    }
-    QSize sizeHint() const override {
-        const QSize suya = widget()->sizeHint().expandedTo(widget()->minimumSizeHint());
-        return {suya.width(), std::max(suya.height(), kAltoPagina)};
-    }
-    QSize minimumSizeHint() const override { return {std::min(sizeHint().width(), kAltoPagina), kAltoPagina}; }
-};
 
 PaginaOpciones *PaginaDe(QWidget *area) {
     auto *suya = qobject_cast<QScrollArea *>(area);
     return suya ? dynamic_cast<PaginaOpciones *>(suya->widget()) : nullptr;
-}
-
-std::vector<QRect> Monitores() {
-    std::vector<QRect> monitores;
-    for (const QScreen *uno : QGuiApplication::screens()) monitores.push_back(uno->geometry());
-    return monitores;
 }
 
 }  // namespace
@@ -114,7 +90,7 @@ void Principal::Atajo(const QKeySequence &tecla, const std::function<void()> &ac
 
 void Principal::PonPagina(Pagina cual, PaginaOpciones *pagina) {
     Q_ASSERT(pagina->objectName() == QLatin1String(cListaOpciones::Fila(cListaOpciones::Indice(cual)).control));
-    m_paginas->addWidget(new AreaPagina(pagina));
+    m_paginas->addWidget(new AreaPagina(pagina, kAltoPagina));
     m_lista->Anade(cual);
     // "General" is selected at first; without it, whatever page came first.
     if (cual == Pagina::General || m_paginas->count() == 1) m_lista->Elige(cual);
@@ -148,21 +124,11 @@ void Principal::Ayuda_Click() {
 bool Principal::HayModal() const { return QApplication::activeModalWidget() != nullptr; }
 
 void Principal::Muestra() {
-    AjustaTamano();
+    AjustaAPantalla(*this);
     Coloca();
     m_lista->setFocus();
     show();
     TraeAlFrente();
-}
-
-// In full size, as far as the screen goes; where it is bounded the pages get room for a scroll bar.
-void Principal::AjustaTamano() {
-    const QSize entera = sizeHint();
-    const QSize cabe = screen()->availableSize() - kHolgura;
-    QSize tamano = entera.boundedTo(cabe);
-    if (tamano.height() < entera.height())
-        tamano.setWidth(std::min(entera.width() + style()->pixelMetric(QStyle::PM_ScrollBarExtent), cabe.width()));
-    resize(tamano);
 }
 
 // Later on the window stands where it stood; a window manager that is told nothing might place it anew.

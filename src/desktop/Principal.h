@@ -56,7 +56,6 @@ private:
     void OrdenaTabulacion();
     void PasaPagina(int sentido);
     void Ayuda_Click();
-    void AjustaTamano();
     void Coloca();
     void GuardaSitio();
 
