@@ -1,5 +1,7 @@
 #include "desktop/cVentanaConfiguracion.h"
 
+#include "reader/EditoresTexto.h"
+#include "settings/SonidosAviso.h"
 #include "settings/ucOpcGeneral.h"
 #include "settings/ucOpcTipoLectura.h"
 
@@ -41,9 +43,19 @@ void cVentanaConfiguracion::PonPagina(Pagina cual, PaginaOpciones *pagina) {
     m_ventana->PonPagina(cual, pagina);
 }
 
+DialogoOpciones::Colaboradores cVentanaConfiguracion::ParaDialogos() {
+    return {.duena = m_ventana.get(),
+            .registro = c.registro,
+            .log = c.lector.log,
+            .ayuda = [this](std::uintptr_t ventana, const QString &tema) { c.ayuda.MuestraClave(ventana, tema); },
+            .alFrente = c.alFrente};
+}
+
 void cVentanaConfiguracion::CreaPaginas() {
-    PonPagina(Pagina::General, new ucOpcGeneral(c.lector.opcGeneral));
-    PonPagina(Pagina::TipoLectura, new ucOpcTipoLectura(c.lector.opcTipoLectura));
+    PonPagina(Pagina::General, new ucOpcGeneral(c.lector.opcGeneral, Abre<SonidosAviso>(c.lector.sonidosAviso)));
+    PonPagina(Pagina::TipoLectura, new ucOpcTipoLectura(c.lector.opcTipoLectura,
+                                                        {.editoresTexto = Abre<EditoresTexto>(c.lector.editoresTexto),
+                                                         .teclasLeeTeclado = {}}));
 }
 
 }  // namespace ondalis

@@ -8,6 +8,7 @@
 #include "desktop/Principal.h"
 #include "desktop/cAyuda.h"
 #include "reader/cConfiguracion.h"
+#include "settings/pagina/DialogoOpciones.h"
 
 namespace ondalis {
 
@@ -36,6 +37,15 @@ public:
 private:
     void Crea();
     void CreaPaginas();
+    // What opens a dialog of a page's link, made on first use: the window takes it over.
+    template <class Dialogo, class Opciones>
+    std::function<void()> Abre(Opciones &opciones) {
+        return [this, &opciones, dialogo = static_cast<Dialogo *>(nullptr)]() mutable {
+            if (!dialogo) dialogo = new Dialogo(opciones, ParaDialogos());
+            dialogo->Init();
+        };
+    }
+    DialogoOpciones::Colaboradores ParaDialogos();
     // The window takes `pagina` over.
     void PonPagina(Pagina cual, PaginaOpciones *pagina);
 
