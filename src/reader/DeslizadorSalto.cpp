@@ -53,7 +53,7 @@ DeslizadorSalto::DeslizadorSalto(const char *nombre, const QString &rotulo, QWid
 }
 
 QSize DeslizadorSalto::sizeHint() const {
-    const QSize suya = QSlider::minimumSizeHint();
+    const QSize suya = QSlider::sizeHint();
     return {std::max(suya.width(), kLargo), std::max(suya.height(), fontMetrics().height()) + 2 * kAltoMarcas};
 }
 

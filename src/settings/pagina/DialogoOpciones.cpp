@@ -109,6 +109,7 @@ void DialogoOpciones::showEvent(QShowEvent *evento) {
     QDialog::showEvent(evento);
     if (evento->spontaneous()) return;
     for (QWidget *uno = nextInFocusChain(); uno != this; uno = uno->nextInFocusChain()) {
+        if (!m_cuerpo->parentWidget()->isAncestorOf(uno)) continue;
         if (!(uno->focusPolicy() & Qt::TabFocus) || !uno->isEnabled() || !uno->isVisibleTo(this)) continue;
         uno->setFocus(Qt::TabFocusReason);
         return;
