@@ -15,7 +15,7 @@ if __package__:
 
 # Roles whose focus belongs to what holds them, and which have no name of their own.
 PARTES = {'list item', 'table cell', 'tree item', 'menu item', 'scroll bar', 'page tab'}
-TEXTOS = {'text', 'document text', 'document frame', 'document web', 'link'}
+TEXTOS = {'text', 'label', 'document text', 'document frame', 'document web', 'link'}
 VENTANAS = {'frame', 'dialog', 'alert', 'window', 'file chooser'}
 
 
@@ -107,12 +107,14 @@ class Oyente:
         return None
 
 
-def recorre(oyente, pulsa, tecla='Tab', tope=150):
-    """Presses Tab until the focus comes round; the objects met, [name, role, path] each."""
-    vistos, rutas, sordas = [], set(), 0
+def recorre(oyente, pulsa, ventana, tope=150):
+    """Presses Tab until the focus comes round in that window, given as a tree; the objects met, [name, role, path] each,
+    the one that has the focus at the beginning first."""
+    vistos = [[n['nombre'], n['rol'], ''] for n in enfocables(ventana) if 'focused' in n['estados']]
+    rutas, sordas = set(), 0
     for _ in range(tope):
         antes = oyente.sucesos()[1]
-        pulsa(tecla)
+        pulsa('Tab')
         en_texto = vistos and vistos[-1][1] in TEXTOS
         foco = oyente.espera_foco(antes, 0.4 if en_texto else 1.5)
         if foco is None and en_texto and sordas < 60:
@@ -146,8 +148,9 @@ def inalcanzables(ventana, vistos):
 
     def hallado(n):
         return n['nombre'] in nombres or any(h['nombre'] in nombres for h in n['hijos'] if h['rol'] in PARTES)
-    return [n['nombre'] or n['rol'] for n in enfocables(ventana)
-            if {'enabled', 'showing', 'visible'} <= set(n['estados']) and not hallado(n)]
+    # A label that a mouse may select from is read with its window.
+    return [n['nombre'] or n['rol'] for n in enfocables(ventana) if n['rol'] != 'label'
+            and {'enabled', 'showing', 'visible'} <= set(n['estados']) and not hallado(n)]
 
 
 # The client's side.

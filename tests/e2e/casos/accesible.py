@@ -57,7 +57,7 @@ def _comprueba(o, pulsa, titulo):
     ventana = o.ventana(titulo)
     malos = defectos(ventana)
     assert not malos, f'{titulo}: {malos}'
-    vistos = recorre(o, pulsa)
+    vistos = recorre(o, pulsa, ventana)
     sin = inalcanzables(o.ventana(titulo), vistos)
     assert not sin, f'{titulo}: {sin} never had the focus; met: {[v[0] for v in vistos]}'
     print(f'{titulo}: {len(enfocables(ventana))} controls, {len(vistos)} met')
@@ -161,6 +161,8 @@ def sin_bandeja_la_ventana_del_menu_tiene_nombres_y_se_recorre_con_el_teclado():
         b.escritorio.mata_bandeja()
         b.arranca_lector()
         titulo = espera(lambda: next(iter(b.titulos()), None), 20, 0.1, 'the menu\'s window')
+        # It comes without taking the keyboard: the user goes to it.
+        b.escritorio.procesos.corre(['xdotool', 'windowactivate', '--sync', _espera_ventana(b, titulo)[0]])
         time.sleep(0.3)
         _comprueba(b.oyente, b.tecla, titulo)
         b.sigue_vivo()
@@ -220,7 +222,7 @@ def _muda(argumentos):
             _espera_ventana(b, 'Ventana de prueba')
             time.sleep(0.3)
             ventana = o.ventana('Ventana de prueba')
-            return defectos(ventana), inalcanzables(ventana, recorre(o, b.tecla))
+            return defectos(ventana), inalcanzables(ventana, recorre(o, b.tecla, ventana))
 
 
 @caso
