@@ -2,6 +2,7 @@
 
 #include <QMouseEvent>
 #include <QPainter>
+#include <QStyleOption>
 #include <QStyledItemDelegate>
 
 #include "settings/SitioVentana.h"
@@ -10,9 +11,9 @@ namespace ondalis {
 
 namespace {
 
-constexpr int kIndice = Qt::UserRole;          // of the label, as the state counts
-constexpr int kAncho = 1590 / kTwipsPorPixel;  // at least
-constexpr int kAltoMarca = 4, kHueco = 8;      // logical pixels
+constexpr int kIndice = Qt::UserRole;                 // of the label, as the state counts
+constexpr int kAncho = 1590 / kTwipsPorPixel;         // at least
+constexpr int kAltoMarca = 4, kHueco = 8, kAire = 6;  // logical pixels; the last one over and under a label
 constexpr int kFondoClaro = 128, kTextoOscuro = 128;
 
 // Blue is in the high byte.
@@ -26,7 +27,7 @@ public:
     QSize sizeHint(const QStyleOptionViewItem &opcion, const QModelIndex &cual) const override {
         const QFontMetrics letra(Negrita(opcion.font));
         return {letra.horizontalAdvance(cual.data().toString()) + 2 * kHueco + kAltoMarca,
-                letra.height() + kHueco + kAltoMarca};
+                letra.height() + 2 * kAire + kAltoMarca};
     }
 
     void paint(QPainter *pintor, const QStyleOptionViewItem &opcion, const QModelIndex &cual) const override {
@@ -41,8 +42,10 @@ public:
         pintor->drawText(sitio.adjusted(kHueco, 0, -kHueco, -kAltoMarca), Qt::AlignVCenter | Qt::AlignLeft,
                          cual.data().toString());
         if (opcion.state & QStyle::State_HasFocus) {
-            pintor->setPen(QPen(opcion.palette.text().color(), 1, Qt::DotLine));
-            pintor->drawRect(sitio.adjusted(1, 1, -2, -kAltoMarca - 2));
+            QStyleOptionFocusRect foco;
+            foco.QStyleOption::operator=(opcion);
+            foco.rect = sitio.adjusted(0, 0, 0, -kAltoMarca - 1);
+            m_lista.style()->drawPrimitive(QStyle::PE_FrameFocusRect, &foco, pintor, &m_lista);
         }
         pintor->restore();
     }

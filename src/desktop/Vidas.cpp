@@ -8,6 +8,7 @@
 #include "desktop/LineaComandos.h"
 #include "desktop/Rutas.h"
 #include "desktop/cAplicacion.h"
+#include "desktop/cEstilo.h"
 #include "platform/sistema/cSenales.h"
 #include "platform/x11/AlFrente.h"
 #include "platform/x11/HayPantalla.h"
@@ -28,6 +29,7 @@ public:
         QApplication::setApplicationDisplayName(QLatin1String(Producto::Titulo));
         QApplication::setDesktopFileName(QStringLiteral("com.ferrano.Ondalis"));
         QApplication::setQuitOnLastWindowClosed(false);
+        QApplication::setStyle(new cEstilo);  // the application takes it
         RegistraIconos();
         QApplication::setWindowIcon(QIcon(QStringLiteral(":/iconos/3-128.png")));
         if (m_traductor.load(QStringLiteral("qtbase_es"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))

@@ -25,10 +25,10 @@ def caso(f):
 
 
 class Lectora(Banco):
-    """A bench with a screen reader's client on it, there before the reader."""
+    """A bench with a screen reader's client on it, there before the reader. The rest as for a bench."""
 
-    def __init__(self, ajustes=None, arranca=True):
-        super().__init__(ajustes=ajustes, arranca=False)
+    def __init__(self, ajustes=None, arranca=True, **mas):
+        super().__init__(ajustes=ajustes, arranca=False, **mas)
         self._arranca_tras = arranca
         self.oyente = None
 
@@ -95,21 +95,29 @@ def _abre_lo_que_abra(b, boton):
     return nuevas
 
 
-def _pagina(b, numero):
-    """Brings the page of the list's entry `numero` about by arrow keys, and gives its caption."""
+def _abre_para_ver(b, boton):
+    """Presses a button of the page and leaves open what comes."""
+    _ve_a(b, {boton})
+    b.tecla('space')
+
+
+def _rotulos(b):
+    """The captions of the pages that there are."""
     lista = next(n for n in nodos(b.oyente.ventana(TITULO)) if n['rol'] == 'list' and n['nombre'] == 'Opciones')
-    rotulos = [n['nombre'] for n in lista['hijos']]
-    if numero >= len(rotulos):
-        return None
+    return [n['nombre'] for n in lista['hijos']]
+
+
+def _pagina(b, rotulo):
+    """Brings a page about by arrow keys."""
+    rotulos = _rotulos(b)
     _ve_a(b, {'Opciones', *rotulos})
-    for tecla in ('Home', *['Down'] * numero):
+    for tecla in ('Home', *['Down'] * rotulos.index(rotulo)):
         b.tecla(tecla)
 
     def elegida():
-        entrada = [n for n in nodos(b.oyente.ventana(TITULO)) if n['rol'] == 'list item' and n['nombre'] == rotulos[numero]]
+        entrada = [n for n in nodos(b.oyente.ventana(TITULO)) if n['rol'] == 'list item' and n['nombre'] == rotulo]
         return entrada and {'selected', 'focused'} & set(entrada[0]['estados'])
-    espera(elegida, 5, 0.1, f'the page {rotulos[numero]}')
-    return rotulos[numero]
+    espera(elegida, 5, 0.1, f'the page {rotulo}')
 
 
 @caso
@@ -117,17 +125,17 @@ def cada_pagina_y_cada_dialogo_de_la_configuracion_tiene_nombres_y_se_recorre_co
     with Lectora(TODO) as b:
         _doble_click(b)
         _espera_abierta(b)
-        abiertas, numero = set(), 0
-        while pagina := _pagina(b, numero):
+        abiertas, rotulos = set(), _rotulos(b)
+        for pagina in rotulos:
+            _pagina(b, pagina)
             ventana, vistos = _comprueba(b.oyente, b.tecla, TITULO)
             propios = [n for n in enfocables(ventana) if 'visible' in n['estados'] and n['nombre'] not in PIE]
             assert len(propios) > 2, f'the page {pagina} shows {propios}'
             for nombre, rol, _ in vistos:
                 if rol == 'push button' and nombre not in PIE:
                     abiertas |= _abre_lo_que_abra(b, nombre)
-            numero += 1
-        print(f'{numero} pages; opened from them: {sorted(abiertas)}')
-        assert numero >= 2 and {'Sonidos de aviso', 'Editores de texto'} <= abiertas, (numero, abiertas)
+        print(f'pages: {rotulos}; opened from them: {sorted(abiertas)}')
+        assert len(rotulos) >= 2 and {'Sonidos de aviso', 'Editores de texto'} <= abiertas, (rotulos, abiertas)
         b.tecla('Escape')
         espera(lambda: TITULO not in b.titulos(), 5, que='the end of the configuration')
         b.sigue_vivo()
