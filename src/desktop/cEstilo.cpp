@@ -13,11 +13,13 @@ namespace {
 constexpr int kMargen = 14, kHueco = 10;          // logical pixels round a window's contents, and between controls
 constexpr int kAltoMinimo = 30, kAltoMarca = 26;  // of what is pressed or typed into; of a check box and a link
 constexpr int kGrosorFoco = 2;
+constexpr double kContrasteApagado = 2.2, kParteApagado = 0.7;  // of what is disabled
+constexpr double kContrasteLiso = 1.1;  // below it a field can't be told from the window that it lies on
 
 void PintaBorde(QPainter &pintor, const QStyleOption &opcion, const QRect &sitio, bool redondo) {
     const bool vale = opcion.state & QStyle::State_Enabled;
     QColor color = cEstilo::ColorBorde(opcion.palette);
-    if (!vale) color = Mezcla(opcion.palette.color(QPalette::Window), color, 0.5);
+    if (!vale) color = Mezcla(opcion.palette.color(QPalette::Window), color, kParteApagado);
     pintor.save();
     pintor.setRenderHint(QPainter::Antialiasing);
     pintor.setPen(QPen(color, 1));
@@ -45,6 +47,16 @@ QColor cEstilo::ColorBorde(const QPalette &paleta) {
 // Other styles have edges of their own, made for their desktop.
 bool cEstilo::PintaElJuego() const {
     return baseStyle()->name().compare(QLatin1String("fusion"), Qt::CaseInsensitive) == 0;
+}
+
+// High-contrast desktops leave the toolkit to darken the letters of what is disabled: black on black.
+void cEstilo::polish(QPalette &paleta) {
+    QProxyStyle::polish(paleta);
+    const QColor fondo = paleta.color(QPalette::Active, QPalette::Window);
+    for (const auto papel : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        paleta.setColor(QPalette::Disabled, papel,
+                        ColorVisible(paleta.color(QPalette::Disabled, papel), fondo,
+                                     paleta.color(QPalette::Active, papel), kContrasteApagado));
 }
 
 int cEstilo::pixelMetric(PixelMetric cual, const QStyleOption *opcion, const QWidget *control) const {
@@ -97,6 +109,9 @@ void cEstilo::drawPrimitive(PrimitiveElement cual, const QStyleOption *opcion, Q
     if (cual == PE_IndicatorCheckBox || cual == PE_IndicatorRadioButton)
         PintaBorde(*pintor, *opcion, opcion->rect, cual == PE_IndicatorRadioButton);
     else if ((cual == PE_FrameLineEdit || cual == PE_PanelButtonCommand) && !conFoco)
+        PintaBorde(*pintor, *opcion, opcion->rect, false);
+    else if ((cual == PE_Frame || cual == PE_FrameGroupBox) &&
+             Contraste(opcion->palette.color(QPalette::Base), opcion->palette.color(QPalette::Window)) < kContrasteLiso)
         PintaBorde(*pintor, *opcion, opcion->rect, false);
 }
 

@@ -17,6 +17,9 @@ public:
     static QColor ColorFoco(const QPalette &paleta);
     static QColor ColorBorde(const QPalette &paleta);
 
+    using QProxyStyle::polish;
+    // What is disabled can still be read.
+    void polish(QPalette &paleta) override;
     int pixelMetric(PixelMetric cual, const QStyleOption *opcion, const QWidget *control) const override;
     QSize sizeFromContents(ContentsType cual, const QStyleOption *opcion, const QSize &tamano,
                            const QWidget *control) const override;
