@@ -1,9 +1,12 @@
 #include "desktop/ListaOpciones.h"
 
+#include <QAccessible>
+#include <QFocusEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyleOption>
 #include <QStyledItemDelegate>
+#include <QTimer>
 
 #include "settings/SitioVentana.h"
 
@@ -123,6 +126,18 @@ bool ListaOpciones::viewportEvent(QEvent *evento) {
         viewport()->update();
     }
     return QListWidget::viewportEvent(evento);
+}
+
+// The toolkit tells a screen reader of the list only, behind this event: which page is selected would stay unsaid.
+void ListaOpciones::focusInEvent(QFocusEvent *evento) {
+    QListWidget::focusInEvent(evento);
+    if (!QAccessible::isActive()) return;
+    QTimer::singleShot(0, this, [this] {
+        if (!hasFocus() || currentRow() < 0) return;
+        QAccessibleEvent foco(this, QAccessible::Focus);
+        foco.setChild(currentRow());
+        QAccessible::updateAccessibility(&foco);
+    });
 }
 
 void ListaOpciones::changeEvent(QEvent *evento) {

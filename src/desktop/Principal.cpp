@@ -6,7 +6,7 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QShortcut>
-#include <QStackedWidget>
+#include <QStackedLayout>
 #include <QVBoxLayout>
 
 #include "desktop/ListaOpciones.h"
@@ -39,7 +39,9 @@ Principal::Principal(cRegistro &registro, cLog &log, Acciones acciones)
     connect(&m_esperaSitio, &QTimer::timeout, this, &Principal::GuardaSitio);
 
     m_lista = new ListaOpciones(this);
-    m_paginas = new QStackedWidget(this);
+    // A stacked widget of the toolkit's would be announced each time that the focus enters it.
+    m_paginas = new QWidget(this);
+    m_pila = new QStackedLayout(m_paginas);
     m_aceptar = Boton("Aceptar", QStringLiteral("Aceptar"), m_acciones.aceptar);
     m_aceptar->setDefault(true);
     m_cancelar = Boton("Cancelar", QStringLiteral("Cancelar"), m_acciones.cancelar);
@@ -65,7 +67,7 @@ Principal::Principal(cRegistro &registro, cLog &log, Acciones acciones)
     connect(m_lista, &ListaOpciones::Elegida, this, [this](Pagina cual) {
         const auto *nombre = cListaOpciones::Fila(cListaOpciones::Indice(cual)).control;
         if (auto *pagina = findChild<QWidget *>(QLatin1String(nombre)))
-            m_paginas->setCurrentWidget(pagina->parentWidget()->parentWidget());  // viewport, area
+            m_pila->setCurrentWidget(pagina->parentWidget()->parentWidget());  // viewport, area
     });
     Atajo(QKeySequence(Qt::CTRL | Qt::Key_Tab), [this] { PasaPagina(1); });
     Atajo(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab), [this] { PasaPagina(-1); });
@@ -90,14 +92,14 @@ void Principal::Atajo(const QKeySequence &tecla, const std::function<void()> &ac
 
 void Principal::PonPagina(Pagina cual, PaginaOpciones *pagina) {
     Q_ASSERT(pagina->objectName() == QLatin1String(cListaOpciones::Fila(cListaOpciones::Indice(cual)).control));
-    m_paginas->addWidget(new AreaPagina(pagina, kAltoPagina));
+    m_pila->addWidget(new AreaPagina(pagina, kAltoPagina));
     m_lista->Anade(cual);
     // "General" is selected at first; without it, whatever page came first.
-    if (cual == Pagina::General || m_paginas->count() == 1) m_lista->Elige(cual);
+    if (cual == Pagina::General || m_pila->count() == 1) m_lista->Elige(cual);
     OrdenaTabulacion();
 }
 
-PaginaOpciones *Principal::PaginaVisible() const { return PaginaDe(m_paginas->currentWidget()); }
+PaginaOpciones *Principal::PaginaVisible() const { return PaginaDe(m_pila->currentWidget()); }
 
 // What is added to a window comes behind everything else: list, pages and buttons are put in order anew.
 void Principal::OrdenaTabulacion() {

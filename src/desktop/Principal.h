@@ -11,7 +11,7 @@
 #include "settings/SitioVentana.h"
 
 class QPushButton;
-class QStackedWidget;
+class QStackedLayout;
 
 namespace ondalis {
 
@@ -64,7 +64,8 @@ private:
     QTimer m_esperaSitio;
     bool m_colocada = false;
     ListaOpciones *m_lista;  // children
-    QStackedWidget *m_paginas;
+    QWidget *m_paginas;
+    QStackedLayout *m_pila;
     QPushButton *m_aceptar, *m_cancelar, *m_ayuda, *m_nomEmpresa;
 };
 

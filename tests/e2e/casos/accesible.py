@@ -1,5 +1,6 @@
 """Every window as a screen reader has it: named, told apart, reached by keyboard, and alive while it is listened to."""
 import os
+import re
 import signal
 import time
 
@@ -221,6 +222,39 @@ def con_un_lector_de_pantalla_escuchando_se_lee_y_se_obedece():
         b.espera_silencio(0.8, 10)
         b.lector.send_signal(signal.SIGTERM)
         assert b.lector.wait(5) == 0
+
+
+@caso
+def orca_dice_la_ventana_su_pagina_y_cada_control_al_que_llega_el_teclado():
+    with Lectora(TODO, arranca=False) as b:
+        diario = os.path.join(b.escritorio.carpeta, 'orca-dice.txt')
+        orca = b.escritorio.procesos.arranca(['orca', '--replace', '--debug-file=' + diario, '--disable', 'braille'])
+        espera(lambda: os.path.isfile(diario) and os.path.getsize(diario) > 0, 30, que='Orca')
+        time.sleep(3)  # it listens; its record is written in large pieces
+        b.arranca_lector()
+        _doble_click(b)
+        _espera_abierta(b)
+        time.sleep(1)
+        llegados = []
+        for n in range(12):
+            antes = b.oyente.sucesos()[1]
+            b.tecla('Tab')
+            foco = b.oyente.espera_foco(antes)
+            assert foco, f'the focus stays after {n} controls'
+            llegados.append(foco[0])
+            time.sleep(0.7)  # said, not overtaken by the next one
+        assert orca.poll() is None
+        b.sigue_vivo()
+        b.escritorio.procesos.termina(orca, 10)
+        with open(diario, encoding='utf-8', errors='replace') as f:
+            dicho = re.findall(r"SPEECH OUTPUT: '(.*)'\{", f.read())
+    resto = list(dicho)
+    for esperado in (TITULO, 'General', *llegados):
+        donde = next((i for i, d in enumerate(resto) if esperado in d), None)
+        assert donde is not None, f'Orca does not say "{esperado}" in its turn; it said {dicho}'
+        del resto[:donde + 1]
+    assert not any('layered pane' in d for d in dicho), dicho
+    print(f'Orca said {len(dicho)} things, among them {len(llegados)} controls in order')
 
 
 def _muda(argumentos):
