@@ -51,7 +51,9 @@ def _ventana(b, nombre):
                                          comprueba=False).decode()
     for numero in salida.split():
         datos = dict(linea.strip().split(': ', 1) for linea in b.escritorio.procesos.corre(
-            ['xwininfo', '-id', numero]).decode().splitlines() if ': ' in linea)
+            ['xwininfo', '-id', numero], comprueba=False).decode().splitlines() if ': ' in linea)
+        if 'Width' not in datos:
+            continue  # gone meanwhile
         ancho, alto = int(datos['Width']), int(datos['Height'])
         if ancho > 60 and alto > 60:
             return numero, int(datos['Absolute upper-left X']), int(datos['Absolute upper-left Y']), ancho, alto
