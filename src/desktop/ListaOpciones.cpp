@@ -1,8 +1,12 @@
 #include "desktop/ListaOpciones.h"
 
+#include <QAccessible>
+#include <QFocusEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QStyleOption>
 #include <QStyledItemDelegate>
+#include <QTimer>
 
 #include "settings/SitioVentana.h"
 
@@ -10,9 +14,9 @@ namespace ondalis {
 
 namespace {
 
-constexpr int kIndice = Qt::UserRole;          // of the label, as the state counts
-constexpr int kAncho = 1590 / kTwipsPorPixel;  // at least
-constexpr int kAltoMarca = 4, kHueco = 8;      // logical pixels
+constexpr int kIndice = Qt::UserRole;                 // of the label, as the state counts
+constexpr int kAncho = 1590 / kTwipsPorPixel;         // at least
+constexpr int kAltoMarca = 4, kHueco = 8, kAire = 6;  // logical pixels; the last one over and under a label
 constexpr int kFondoClaro = 128, kTextoOscuro = 128;
 
 // Blue is in the high byte.
@@ -26,7 +30,7 @@ public:
     QSize sizeHint(const QStyleOptionViewItem &opcion, const QModelIndex &cual) const override {
         const QFontMetrics letra(Negrita(opcion.font));
         return {letra.horizontalAdvance(cual.data().toString()) + 2 * kHueco + kAltoMarca,
-                letra.height() + kHueco + kAltoMarca};
+                letra.height() + 2 * kAire + kAltoMarca};
     }
 
     void paint(QPainter *pintor, const QStyleOptionViewItem &opcion, const QModelIndex &cual) const override {
@@ -41,8 +45,10 @@ public:
         pintor->drawText(sitio.adjusted(kHueco, 0, -kHueco, -kAltoMarca), Qt::AlignVCenter | Qt::AlignLeft,
                          cual.data().toString());
         if (opcion.state & QStyle::State_HasFocus) {
-            pintor->setPen(QPen(opcion.palette.text().color(), 1, Qt::DotLine));
-            pintor->drawRect(sitio.adjusted(1, 1, -2, -kAltoMarca - 2));
+            QStyleOptionFocusRect foco;
+            foco.QStyleOption::operator=(opcion);
+            foco.rect = sitio.adjusted(0, 0, 0, -kAltoMarca - 1);
+            m_lista.style()->drawPrimitive(QStyle::PE_FrameFocusRect, &foco, pintor, &m_lista);
         }
         pintor->restore();
     }
@@ -120,6 +126,18 @@ bool ListaOpciones::viewportEvent(QEvent *evento) {
         viewport()->update();
     }
     return QListWidget::viewportEvent(evento);
+}
+
+// The toolkit tells a screen reader of the list only, behind this event: which page is selected would stay unsaid.
+void ListaOpciones::focusInEvent(QFocusEvent *evento) {
+    QListWidget::focusInEvent(evento);
+    if (!QAccessible::isActive()) return;
+    QTimer::singleShot(0, this, [this] {
+        if (!hasFocus() || currentRow() < 0) return;
+        QAccessibleEvent foco(this, QAccessible::Focus);
+        foco.setChild(currentRow());
+        QAccessible::updateAccessibility(&foco);
+    });
 }
 
 void ListaOpciones::changeEvent(QEvent *evento) {

@@ -34,6 +34,7 @@ signals:
 protected:
     bool viewportEvent(QEvent *evento) override;
     void changeEvent(QEvent *evento) override;
+    void focusInEvent(QFocusEvent *evento) override;
 
 private:
     bool ColoresPropios() const;

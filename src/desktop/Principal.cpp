@@ -4,14 +4,13 @@
 #include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QPushButton>
-#include <QScreen>
 #include <QScrollArea>
-#include <QScrollBar>
 #include <QShortcut>
-#include <QStackedWidget>
+#include <QStackedLayout>
 #include <QVBoxLayout>
 
 #include "desktop/ListaOpciones.h"
+#include "settings/pagina/AreaPagina.h"
 #include "settings/pagina/PaginaOpciones.h"
 
 namespace ondalis {
@@ -19,34 +18,11 @@ namespace ondalis {
 namespace {
 
 constexpr int kAltoPagina = 3105 / kTwipsPorPixel;  // logical pixels, at least
-constexpr QSize kHolgura{20, 60};                   // for the frame and the desktop's panels
 constexpr int kIconoEmpresa = 22;
-
-// A page in full size where the screen allows it, else scrolled.
-class AreaPagina : public QScrollArea {
-public:
-    explicit AreaPagina(PaginaOpciones *pagina) {
-        setWidgetResizable(true);
-        setFrameShape(QFrame::NoFrame);
-        setFocusPolicy(Qt::NoFocus);
-        setWidget(pagina);
-    }
-    QSize sizeHint() const override {
-        const QSize suya = widget()->sizeHint().expandedTo(widget()->minimumSizeHint());
-        return {suya.width(), std::max(suya.height(), kAltoPagina)};
-    }
-    QSize minimumSizeHint() const override { return {std::min(sizeHint().width(), kAltoPagina), kAltoPagina}; }
-};
 
 PaginaOpciones *PaginaDe(QWidget *area) {
     auto *suya = qobject_cast<QScrollArea *>(area);
     return suya ? dynamic_cast<PaginaOpciones *>(suya->widget()) : nullptr;
-}
-
-std::vector<QRect> Monitores() {
-    std::vector<QRect> monitores;
-    for (const QScreen *uno : QGuiApplication::screens()) monitores.push_back(uno->geometry());
-    return monitores;
 }
 
 }  // namespace
@@ -63,7 +39,9 @@ Principal::Principal(cRegistro &registro, cLog &log, Acciones acciones)
     connect(&m_esperaSitio, &QTimer::timeout, this, &Principal::GuardaSitio);
 
     m_lista = new ListaOpciones(this);
-    m_paginas = new QStackedWidget(this);
+    // A stacked widget of the toolkit's would be announced each time that the focus enters it.
+    m_paginas = new QWidget(this);
+    m_pila = new QStackedLayout(m_paginas);
     m_aceptar = Boton("Aceptar", QStringLiteral("Aceptar"), m_acciones.aceptar);
     m_aceptar->setDefault(true);
     m_cancelar = Boton("Cancelar", QStringLiteral("Cancelar"), m_acciones.cancelar);
@@ -89,7 +67,7 @@ Principal::Principal(cRegistro &registro, cLog &log, Acciones acciones)
     connect(m_lista, &ListaOpciones::Elegida, this, [this](Pagina cual) {
         const auto *nombre = cListaOpciones::Fila(cListaOpciones::Indice(cual)).control;
         if (auto *pagina = findChild<QWidget *>(QLatin1String(nombre)))
-            m_paginas->setCurrentWidget(pagina->parentWidget()->parentWidget());  // viewport, area
+            m_pila->setCurrentWidget(pagina->parentWidget()->parentWidget());  // viewport, area
     });
     Atajo(QKeySequence(Qt::CTRL | Qt::Key_Tab), [this] { PasaPagina(1); });
     Atajo(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab), [this] { PasaPagina(-1); });
@@ -114,14 +92,14 @@ void Principal::Atajo(const QKeySequence &tecla, const std::function<void()> &ac
 
 void Principal::PonPagina(Pagina cual, PaginaOpciones *pagina) {
     Q_ASSERT(pagina->objectName() == QLatin1String(cListaOpciones::Fila(cListaOpciones::Indice(cual)).control));
-    m_paginas->addWidget(new AreaPagina(pagina));
+    m_pila->addWidget(new AreaPagina(pagina, kAltoPagina));
     m_lista->Anade(cual);
     // "General" is selected at first; without it, whatever page came first.
-    if (cual == Pagina::General || m_paginas->count() == 1) m_lista->Elige(cual);
+    if (cual == Pagina::General || m_pila->count() == 1) m_lista->Elige(cual);
     OrdenaTabulacion();
 }
 
-PaginaOpciones *Principal::PaginaVisible() const { return PaginaDe(m_paginas->currentWidget()); }
+PaginaOpciones *Principal::PaginaVisible() const { return PaginaDe(m_pila->currentWidget()); }
 
 // What is added to a window comes behind everything else: list, pages and buttons are put in order anew.
 void Principal::OrdenaTabulacion() {
@@ -148,21 +126,11 @@ void Principal::Ayuda_Click() {
 bool Principal::HayModal() const { return QApplication::activeModalWidget() != nullptr; }
 
 void Principal::Muestra() {
-    AjustaTamano();
+    AjustaAPantalla(*this);
     Coloca();
     m_lista->setFocus();
     show();
     TraeAlFrente();
-}
-
-// In full size, as far as the screen goes; where it is bounded the pages get room for a scroll bar.
-void Principal::AjustaTamano() {
-    const QSize entera = sizeHint();
-    const QSize cabe = screen()->availableSize() - kHolgura;
-    QSize tamano = entera.boundedTo(cabe);
-    if (tamano.height() < entera.height())
-        tamano.setWidth(std::min(entera.width() + style()->pixelMetric(QStyle::PM_ScrollBarExtent), cabe.width()));
-    resize(tamano);
 }
 
 // Later on the window stands where it stood; a window manager that is told nothing might place it anew.

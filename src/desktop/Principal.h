@@ -11,7 +11,7 @@
 #include "settings/SitioVentana.h"
 
 class QPushButton;
-class QStackedWidget;
+class QStackedLayout;
 
 namespace ondalis {
 
@@ -56,7 +56,6 @@ private:
     void OrdenaTabulacion();
     void PasaPagina(int sentido);
     void Ayuda_Click();
-    void AjustaTamano();
     void Coloca();
     void GuardaSitio();
 
@@ -65,7 +64,8 @@ private:
     QTimer m_esperaSitio;
     bool m_colocada = false;
     ListaOpciones *m_lista;  // children
-    QStackedWidget *m_paginas;
+    QWidget *m_paginas;
+    QStackedLayout *m_pila;
     QPushButton *m_aceptar, *m_cancelar, *m_ayuda, *m_nomEmpresa;
 };
 

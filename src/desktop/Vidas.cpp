@@ -10,6 +10,7 @@
 #include "desktop/Rutas.h"
 #include "desktop/cAplicacion.h"
 #include "desktop/cAplicacionLote.h"
+#include "desktop/cEstilo.h"
 #include "platform/dbus/SondaBus.h"
 #include "platform/sistema/cMensajesAparte.h"
 #include "platform/sistema/cSenales.h"
@@ -32,6 +33,7 @@ public:
         QApplication::setApplicationDisplayName(QLatin1String(Producto::Titulo));
         QApplication::setDesktopFileName(QStringLiteral("com.ferrano.Ondalis"));
         QApplication::setQuitOnLastWindowClosed(false);
+        QApplication::setStyle(new cEstilo);  // the application takes it
         RegistraIconos();
         QApplication::setWindowIcon(QIcon(QStringLiteral(":/iconos/3-128.png")));
         if (m_traductor.load(QStringLiteral("qtbase_es"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))

@@ -2,6 +2,8 @@
 
 #include "audio/ucOpcGrabar.h"
 #include "keys/ucOpcTeclasRap.h"
+#include "reader/EditoresTexto.h"
+#include "settings/SonidosAviso.h"
 #include "settings/ucOpcGeneral.h"
 #include "settings/ucOpcTipoLectura.h"
 #include "speech/ucOpcVoz.h"
@@ -44,8 +46,16 @@ void cVentanaConfiguracion::PonPagina(Pagina cual, PaginaOpciones *pagina) {
     m_ventana->PonPagina(cual, pagina);
 }
 
+DialogoOpciones::Colaboradores cVentanaConfiguracion::ParaDialogos() {
+    return {.duena = m_ventana.get(),
+            .registro = c.registro,
+            .log = c.lector.log,
+            .ayuda = [this](std::uintptr_t ventana, const QString &tema) { c.ayuda.MuestraClave(ventana, tema); },
+            .alFrente = c.alFrente};
+}
+
 void cVentanaConfiguracion::CreaPaginas() {
-    PonPagina(Pagina::General, new ucOpcGeneral(c.lector.opcGeneral));
+    PonPagina(Pagina::General, new ucOpcGeneral(c.lector.opcGeneral, Abre<SonidosAviso>(c.lector.sonidosAviso)));
     auto *voces = new ucOpcVoz({.opciones = c.lector.opcVoz,
                                 .voces = c.voces,
                                 .general = c.lector.general,
@@ -53,7 +63,9 @@ void cVentanaConfiguracion::CreaPaginas() {
                                 .velocidadConSuper = c.velocidadConSuper});
     PonPagina(Pagina::Voces, voces);
     c.form.AlCambiarVelocidad([voces] { voces->EstableceVelocidad(); });
-    PonPagina(Pagina::TipoLectura, new ucOpcTipoLectura(c.lector.opcTipoLectura));
+    PonPagina(Pagina::TipoLectura, new ucOpcTipoLectura(c.lector.opcTipoLectura,
+                                                        {.editoresTexto = Abre<EditoresTexto>(c.lector.editoresTexto),
+                                                         .teclasLeeTeclado = {}}));
     PonPagina(Pagina::Grabar, new ucOpcGrabar(c.lector.opcGrabar, c.dialogo));
     PonPagina(Pagina::TeclasRap, new ucOpcTeclasRap(c.lector.opcTeclasRap, c.lector.tecla, c.lector.general));
 }

@@ -8,8 +8,9 @@
 #include "desktop/Principal.h"
 #include "desktop/cAyuda.h"
 #include "reader/cConfiguracion.h"
-#include "settings/cDialogoFichero.h"
 #include "reader/cPruebaVoz.h"
+#include "settings/cDialogoFichero.h"
+#include "settings/pagina/DialogoOpciones.h"
 
 namespace ondalis {
 
@@ -42,6 +43,15 @@ public:
 private:
     void Crea();
     void CreaPaginas();
+    // What opens a dialog of a page's link, made on first use: the window takes it over.
+    template <class Dialogo, class Opciones>
+    std::function<void()> Abre(Opciones &opciones) {
+        return [this, &opciones, dialogo = static_cast<Dialogo *>(nullptr)]() mutable {
+            if (!dialogo) dialogo = new Dialogo(opciones, ParaDialogos());
+            dialogo->Init();
+        };
+    }
+    DialogoOpciones::Colaboradores ParaDialogos();
     // The window takes `pagina` over.
     void PonPagina(Pagina cual, PaginaOpciones *pagina);
 

@@ -59,6 +59,7 @@ void ucOpcTipoLectura::PonPortapapeles(QVBoxLayout &columna) {
     m_linkEditores = editores.enlace;
 
     QHBoxLayout *pausas = Sangrada(columna, *this);
+    pausas->setSpacing(style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing));
     const QString rotulo = QStringLiteral("Pausar/Reanudar la lectura automáticamente");
     m_pausas = Casilla("CheckPausas", rotulo, true);
     m_pausas->setText(QString());

@@ -7,6 +7,8 @@
 #include <QSpinBox>
 #include <QVariant>
 
+#include "settings/TablaOpciones.h"
+
 namespace ondalis {
 
 namespace {
@@ -62,6 +64,22 @@ void PonEstadoControl(QWidget &control, const QString &tag) {
         texto->setText(tag);
     else
         Q_ASSERT_X(false, "PonEstadoControl", control.metaObject()->className());
+}
+
+void TomaTags(const QWidget &ventana, TablaOpciones &opciones) {
+    for (const FilaOpcion &fila : opciones.Filas())
+        if (const auto *control = ventana.findChild<QWidget *>(QLatin1String(fila.control)))
+            opciones.SetTag(QLatin1String(fila.control), EstadoControl(*control));
+}
+
+void MuestraTags(QWidget &ventana, const TablaOpciones &opciones) {
+    for (const FilaOpcion &fila : opciones.Filas())
+        if (auto *control = ventana.findChild<QWidget *>(QLatin1String(fila.control)))
+            PonEstadoControl(*control, opciones.Tag(QLatin1String(fila.control)));
+}
+
+void TerminaEdicionDe(QWidget &ventana) {
+    for (QAbstractSpinBox *caja : ventana.findChildren<QAbstractSpinBox *>()) caja->interpretText();
 }
 
 }  // namespace ondalis

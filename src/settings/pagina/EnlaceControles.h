@@ -9,6 +9,8 @@ class QWidget;
 
 namespace ondalis {
 
+class TablaOpciones;
+
 // What the tag of a list holds: the position of the selected entry, the number kept beside it, or its text.
 enum class FormaLista { Posicion, Dato, Texto };
 
@@ -20,5 +22,11 @@ void SetFormaLista(QComboBox &lista, FormaLista forma);
 QString EstadoControl(const QWidget &control);
 // The reverse. A list without the wanted entry keeps its selection; a number outside the range goes to its limit.
 void PonEstadoControl(QWidget &control, const QString &tag);
+
+// The whole table, in its order. Rows without a control in `ventana` keep their tags.
+void TomaTags(const QWidget &ventana, TablaOpciones &opciones);
+void MuestraTags(QWidget &ventana, const TablaOpciones &opciones);
+// A number box that hasn't lost the focus still holds what was typed: it takes its final value.
+void TerminaEdicionDe(QWidget &ventana);
 
 }  // namespace ondalis

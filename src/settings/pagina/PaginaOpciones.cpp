@@ -1,7 +1,5 @@
 #include "settings/pagina/PaginaOpciones.h"
 
-#include <QAbstractSpinBox>
-
 #include "settings/pagina/EnlaceControles.h"
 
 namespace ondalis {
@@ -14,24 +12,15 @@ PaginaOpciones::PaginaOpciones(const char *nombre, TablaOpciones *opciones, QWid
 QWidget *PaginaOpciones::Control(const char *nombre) const { return findChild<QWidget *>(QLatin1String(nombre)); }
 
 void PaginaOpciones::SetTags() {
-    if (!m_opciones) return;
-    for (const FilaOpcion &fila : m_opciones->Filas())
-        if (const QWidget *control = Control(fila.control))
-            m_opciones->SetTag(QLatin1String(fila.control), EstadoControl(*control));
+    if (m_opciones) TomaTags(*this, *m_opciones);
 }
 
 void PaginaOpciones::EstableceValores() {
-    if (m_opciones)
-        for (const FilaOpcion &fila : m_opciones->Filas())
-            if (QWidget *control = Control(fila.control))
-                PonEstadoControl(*control, m_opciones->Tag(QLatin1String(fila.control)));
+    if (m_opciones) MuestraTags(*this, *m_opciones);
     Habilita();
 }
 
-// A box that hasn't lost the focus still holds what was typed.
-void PaginaOpciones::TerminaEdicion() {
-    for (QAbstractSpinBox *caja : findChildren<QAbstractSpinBox *>()) caja->interpretText();
-}
+void PaginaOpciones::TerminaEdicion() { TerminaEdicionDe(*this); }
 
 void PaginaOpciones::GuardaValores() {
     SetTags();

@@ -4,6 +4,8 @@
 #include <QEvent>
 #include <QStyle>
 
+#include "settings/pagina/Colores.h"
+
 namespace ondalis {
 
 cEnlace::cEnlace(const char *nombre, const QString &texto, const QString &accesible, QWidget *padre)
@@ -21,9 +23,11 @@ cEnlace::cEnlace(const char *nombre, const QString &texto, const QString &accesi
 
 // A push button paints its text in the buttons' colour: ours is the links'. Disabled it stays as others are.
 void cEnlace::TomaColor() {
-    const QColor color = QApplication::palette().color(QPalette::Active, QPalette::Link);
-    if (palette().color(QPalette::Active, QPalette::ButtonText) == color) return;
     QPalette paleta = QApplication::palette();
+    const QColor color =
+        ColorVisible(paleta.color(QPalette::Active, QPalette::Link), paleta.color(QPalette::Active, QPalette::Window),
+                     paleta.color(QPalette::Active, QPalette::WindowText), kContrasteLetra);
+    if (palette().color(QPalette::Active, QPalette::ButtonText) == color) return;
     for (const auto grupo : {QPalette::Active, QPalette::Inactive}) paleta.setColor(grupo, QPalette::ButtonText, color);
     setPalette(paleta);
 }

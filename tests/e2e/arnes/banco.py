@@ -23,10 +23,11 @@ AJUSTES = {  # what a test starts from: no sounds but speech, no assistant, ever
 
 
 class Banco:
-    """`motor`: "tono" for the engine whose words are tones, "real" for eSpeak NG. `ajustes`: {section: {key: text}}."""
+    """`motor`: "tono" for the engine whose words are tones, "real" for eSpeak NG. `ajustes`: {section: {key: text}}.
+    `tamano`: the screen's."""
 
-    def __init__(self, motor='tono', ajustes=None, arranca=True):
-        self.escritorio = Escritorio()
+    def __init__(self, motor='tono', ajustes=None, arranca=True, tamano='1280x800'):
+        self.escritorio = Escritorio(tamano)
         self.motor = motor
         self._ajustes = {s: dict(v) for s, v in AJUSTES.items()}
         for seccion, valores in (ajustes or {}).items():

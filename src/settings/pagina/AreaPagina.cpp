@@ -1,0 +1,48 @@
+#include "settings/pagina/AreaPagina.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QStyle>
+#include <algorithm>
+
+namespace ondalis {
+
+namespace {
+constexpr QSize kHolgura{20, 60};  // logical pixels, for the frame and the desktop's panels
+}
+
+AreaPagina::AreaPagina(QWidget *pagina, int altoMinimo) : m_altoMinimo(altoMinimo) {
+    setWidgetResizable(true);
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::NoFocus);
+    setWidget(pagina);
+}
+
+QSize AreaPagina::sizeHint() const {
+    const QSize suya = widget()->sizeHint().expandedTo(widget()->minimumSizeHint());
+    return {suya.width(), std::max(suya.height(), m_altoMinimo)};
+}
+
+QSize AreaPagina::minimumSizeHint() const {
+    const QSize entera = sizeHint();
+    const int tope = std::max(m_altoMinimo, fontMetrics().height() * 4);
+    return {std::min(entera.width(), tope), std::min(entera.height(), tope)};
+}
+
+void AjustaAPantalla(QWidget &ventana) {
+    const QSize entera = ventana.sizeHint();
+    const QSize cabe = ventana.screen()->availableSize() - kHolgura;
+    QSize tamano = entera.boundedTo(cabe);
+    if (tamano.height() < entera.height())
+        tamano.setWidth(
+            std::min(entera.width() + ventana.style()->pixelMetric(QStyle::PM_ScrollBarExtent), cabe.width()));
+    ventana.resize(tamano);
+}
+
+std::vector<QRect> Monitores() {
+    std::vector<QRect> monitores;
+    for (const QScreen *uno : QGuiApplication::screens()) monitores.push_back(uno->geometry());
+    return monitores;
+}
+
+}  // namespace ondalis
