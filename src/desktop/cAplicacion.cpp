@@ -54,6 +54,7 @@ struct cAplicacion::Lector {
         : motor(a.m_voz, a.m_vozSAPI5.get(), &a.m_vozECI, o.voz),
           filtro(a.p.log),
           grabadora(a.p.log),
+          teclasLeeTeclado(a.m_registro, a.m_general, rutas::CarpetasDeLectura(QCoreApplication::applicationDirPath())),
           extractor(a.m_general),
           colaboradores{.log = a.p.log,
                         .general = a.m_general,
@@ -76,6 +77,8 @@ struct cAplicacion::Lector {
                         .enlaceWord = enlaceWord,
                         .enlaceExplorer = enlaceExplorer,
                         .ventanaEnFoco = a.m_ventanaEnFoco,
+                        .gancho = a.m_gancho,
+                        .teclasLeeTeclado = teclasLeeTeclado,
                         .grabadora = grabadora,
                         .iconoBarra = a.m_bandeja,
                         .ventanas = a.m_ventanas,
@@ -100,6 +103,7 @@ struct cAplicacion::Lector {
     SinEnlaceWord enlaceWord;
     SinEnlaceExplorer enlaceExplorer;
     SinGrabadora grabadora;
+    cTeclasLeeTeclado teclasLeeTeclado;
     ExtractorTextoLlano extractor;
     ColaboradoresPrincipal colaboradores;
     cFormPrincipal form;
@@ -140,6 +144,10 @@ cAplicacion::cAplicacion(Preparativos &preparativos, QString linea)
                     [this](const QString &texto) { AvisaEnReposo(texto); }}),
       m_salidaSonido(p.servidor),
       m_sonido(m_salidaSonido, m_cola),
+      m_teclado(p.log),
+      m_foco(p.log),
+      m_esperaFoco(m_cola),
+      m_gancho(m_teclado, m_foco, m_esperaFoco, m_reloj),
       m_salidaIBM(p.servidor, Producto::Titulo),
       m_salidaSAPI5(p.servidor, Producto::Titulo),
       m_salidaECI(p.servidor, Producto::Titulo),

@@ -17,7 +17,9 @@
 #include "desktop/cVentanaConfiguracion.h"
 #include "engine/Reloj.h"
 #include "engine/cLanzadorProceso.h"
+#include "keys/cGanchoTeclado.h"
 #include "keys/cTecla.h"
+#include "platform/atspi/cFocoAccesible.h"
 #include "platform/audio/cSalidaPulse.h"
 #include "platform/audio/cServidorPulse.h"
 #include "platform/audio/cSonidoPulse.h"
@@ -27,6 +29,7 @@
 #include "platform/sistema/cPrioridadUnix.h"
 #include "platform/sistema/cSenales.h"
 #include "platform/x11/cPortapapelesX11.h"
+#include "platform/x11/cTecladoX11.h"
 #include "platform/x11/cTeclasX11.h"
 #include "platform/x11/cVentanaEnFocoX11.h"
 #include "reader/cFormPrincipal.h"
@@ -109,6 +112,10 @@ private:
     cSonidoPulse m_salidaSonido;
     cSonido m_sonido;
     cRelojMonotono m_reloj;
+    cTecladoX11 m_teclado;
+    cFocoAccesible m_foco;
+    cTemporizador m_esperaFoco;
+    cGanchoTeclado m_gancho;
     cSalidaPulse m_salidaIBM;
     cSalidaPulse m_salidaSAPI5;
     cSalidaPulse m_salidaECI;

@@ -15,6 +15,7 @@ void cVentanaConfiguracion::Opciones() {
 
 void cVentanaConfiguracion::Descarga() {
     m_descargada = true;
+    if (m_teclasLeeTeclado && m_teclasLeeTeclado->isVisible()) m_teclasLeeTeclado->reject();
     if (m_logica) m_logica->Descarga();
 }
 
@@ -43,7 +44,19 @@ void cVentanaConfiguracion::PonPagina(Pagina cual, PaginaOpciones *pagina) {
 
 void cVentanaConfiguracion::CreaPaginas() {
     PonPagina(Pagina::General, new ucOpcGeneral(c.lector.opcGeneral));
-    PonPagina(Pagina::TipoLectura, new ucOpcTipoLectura(c.lector.opcTipoLectura));
+    PonPagina(Pagina::TipoLectura,
+              new ucOpcTipoLectura(c.lector.opcTipoLectura,
+                                   {.editoresTexto = {}, .teclasLeeTeclado = [this] { AbreTeclasLeeTeclado(); }}));
+}
+
+void cVentanaConfiguracion::AbreTeclasLeeTeclado() {
+    if (m_descargada) return;
+    if (!m_teclasLeeTeclado)
+        m_teclasLeeTeclado = std::make_unique<TeclasLeeTeclado>(
+            c.lector.teclasLeeTeclado, c.registro, c.lector.log,
+            [this](std::uintptr_t ventana, const QString &tema) { c.ayuda.MuestraClave(ventana, tema); },
+            m_ventana.get());
+    m_teclasLeeTeclado->Init();
 }
 
 }  // namespace ondalis

@@ -7,6 +7,7 @@
 
 #include "desktop/Principal.h"
 #include "desktop/cAyuda.h"
+#include "keys/TeclasLeeTeclado.h"
 #include "reader/cConfiguracion.h"
 
 namespace ondalis {
@@ -36,6 +37,7 @@ public:
 private:
     void Crea();
     void CreaPaginas();
+    void AbreTeclasLeeTeclado();
     // The window takes `pagina` over.
     void PonPagina(Pagina cual, PaginaOpciones *pagina);
 
@@ -43,6 +45,7 @@ private:
     bool m_descargada = false;
     std::unique_ptr<Principal> m_ventana;
     std::unique_ptr<cConfiguracion> m_logica;
+    std::unique_ptr<TeclasLeeTeclado> m_teclasLeeTeclado;  // goes before the window, which is its owner on the screen
 };
 
 }  // namespace ondalis
