@@ -1,6 +1,8 @@
 // The hook that the test types on.
 #pragma once
 
+#include <QList>
+
 #include "fakes/Diario.h"
 #include "keys/GanchoTeclado.h"
 
@@ -25,7 +27,8 @@ public:
     }
     // Types letters and signs; a line end is the key Enter.
     void Teclea(const QString &texto) {
-        for (const char32_t c : texto.toUcs4()) {
+        const auto letras = texto.toUcs4();
+        for (const char32_t c : letras) {
             const int tecla = c == U'\n' ? 13 : c == U' ' ? 32 : c == U'\t' ? 9 : 0;
             const char32_t caracter = c == U'\n' ? U'\r' : c;
             Pulsa(tecla, QString::fromUcs4(&caracter, 1));
