@@ -82,7 +82,8 @@ TEST_F(Tecleo, ASignDuringAReadingWaitsForItsEnd) {
 
 TEST_F(Tecleo, ASignDuringAPauseWaits) {
     Lee(QStringLiteral("una copia larga"));
-    Pulsa("Pausa");
+    motor.Palabra(4);
+    principal.PausaReanudar_Click();
     ASSERT_TRUE(Pausada());
     diario.Olvida();
     Teclea("hola!");
