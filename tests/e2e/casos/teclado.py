@@ -69,9 +69,10 @@ def un_signo_de_cierre_lee_la_frase():
         _terminal(b)
         _teclea(b, 'n5 n6.')
         b.calla(1.0)
-        t = time.monotonic()
-        _teclea(b, ' n7')
+        t = b.tecla('space')
         _oye(b, t, 5, 6)
+        _teclea(b, 'n7')
+        b.calla(1.0)
         t = time.monotonic()
         _teclea(b, '?')
         _oye(b, t, 7)
@@ -126,7 +127,10 @@ def un_texto_nuevo_sustituye_al_que_se_lee():
         b.espera_palabra(12, 10, desde=t)
         _teclea(b, 'n5')
         t = b.tecla('Return')
-        _oye(b, t + 0.3, 5)
+        nuevo = b.espera_palabra(5, 10, desde=t)
+        assert nuevo - t < 0.5, f'{nuevo - t:.3f} s from Enter to the new text'
+        b.espera_silencio()
+        en_orden(b.numeros(nuevo), [5])
 
 
 @caso

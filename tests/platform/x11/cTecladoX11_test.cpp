@@ -1,8 +1,12 @@
 #include "platform/x11/cTecladoX11.h"
 
 #include <gmock/gmock.h>
+#include <xcb/xtest.h>
 
 #include <QTemporaryDir>
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
 
 #include "platform/x11/ServidorX.h"
 #include "platform/x11/TablaTeclasX.h"
@@ -73,8 +77,7 @@ TEST_F(cTecladoX11Prueba, LettersComeWithTheirVirtualKeys) {
 
 TEST_F(cTecladoX11Prueba, SpanishLettersAndSignsComeOutRight) {
     // By its code: the sign stands on another key's third level too.
-    EXPECT_EQ(Pulsa({"ntilde", "shift+ntilde", "21", "shift+21", "ccedilla"}),
-              QString::fromUtf8("ñÑ¡¿ç"));
+    EXPECT_EQ(Pulsa({"ntilde", "shift+ntilde", "21", "shift+21", "ccedilla"}), QString::fromUtf8("ñÑ¡¿ç"));
 }
 
 TEST_F(cTecladoX11Prueba, DeadKeysMakeAccentedLetters) {
@@ -170,6 +173,27 @@ TEST_F(cTecladoX11Prueba, ItTakesNoKeyAwayAndTellsOfTheWindowAtTheStart) {
     otro.Inicia();
     EXPECT_EQ(Pulsa({"h"}), QStringLiteral("h"));
     EXPECT_TRUE(EsperaA([&oido] { return oido == QStringLiteral("h"); }));
+}
+
+TEST_F(cTecladoX11Prueba, AKeyReachesItsHandlerAtOnce) {
+    Pulsa({"a"});
+    xcb_connection_t *x = xcb_connect(nullptr, nullptr);
+    constexpr std::uint8_t kTeclaA = 38;
+    std::vector<double> tardan;  // microseconds
+    for (int i = 0; i < 200; ++i) {
+        teclas.clear();
+        const auto antes = std::chrono::steady_clock::now();
+        xcb_test_fake_input(x, XCB_KEY_PRESS, kTeclaA, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+        xcb_flush(x);
+        while (teclas.empty()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        tardan.push_back(std::chrono::duration<double, std::micro>(std::chrono::steady_clock::now() - antes).count());
+        xcb_test_fake_input(x, XCB_KEY_RELEASE, kTeclaA, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+        xcb_flush(x);
+    }
+    xcb_disconnect(x);
+    std::sort(tardan.begin(), tardan.end());
+    std::printf("key to handler: median %.0f us, 95th percentile %.0f us\n", tardan[100], tardan[190]);
+    EXPECT_LT(tardan[100], 20'000);
 }
 
 TEST_F(cTecladoX11Prueba, EndedItHearsNothingAndCanStartAgain) {
