@@ -239,8 +239,8 @@ TEST_F(Tecleo, DeactivatingEndsTheHookAndActivatingStartsIt) {
 
 TEST_F(Tecleo, TheHookEndsBehindTheSoundAndStartsBeforeTheTimer) {
     principal.ActivarDesactivar_Click();
-    EXPECT_EQ(diario.Todo(), (Lineas{"timer.no", "motor.Detiene", "icono.9", "sonido.DESACTIVAR", "gancho.no", "icono.9",
-                                     "icono.9"}));
+    EXPECT_EQ(diario.Todo(),
+              (Lineas{"timer.no", "motor.Detiene", "icono.9", "sonido.DESACTIVAR", "gancho.no", "icono.9", "icono.9"}));
     diario.Olvida();
     principal.ActivarDesactivar_Click();
     EXPECT_EQ(diario.Todo().front(), "sonido.ACTIVAR");

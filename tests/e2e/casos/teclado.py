@@ -5,6 +5,8 @@ import time
 
 from arnes.banco import OBRA, Banco, en_orden
 from arnes.procesos import espera
+from casos.opciones import TITULO, _doble_click, _espera_abierta
+from casos.ventanas import _retrata
 
 CASOS = {}
 AJUSTES = {'TipoLectura': {'LeeTeclado': 'True'}}
@@ -140,6 +142,33 @@ def sin_la_opcion_no_se_oye_lo_tecleado():
         _teclea(b, 'n5 n6?')
         b.tecla('Return')
         b.calla(1.5)
+
+
+@caso
+def las_teclas_de_inicio_se_eligen_en_su_ventana():
+    with Banco(ajustes=AJUSTES) as b:
+        _doble_click(b)
+        _espera_abierta(b)
+        b.tecla('ctrl+Tab')
+        time.sleep(0.3)
+        for _ in range(7):  # the seventh control that can be used is the link
+            b.tecla('Tab')
+        b.tecla('space')
+        espera(lambda: _activa(b).startswith('Teclas que inician la lectura'), 10, que='the window of the keys')
+        time.sleep(0.3)
+        _retrata(b, 'teclas-de-inicio')
+        b.tecla('space')  # Enter doesn't read any more
+        b.tecla('Return')
+        espera(lambda: _activa(b) == TITULO, 10, que='the configuration in front again')
+        b.tecla('Escape')  # the keys have been accepted in their own window
+        assert '4k013' not in b.ajuste('TipoLectura', 'TeclasLeeTeclado')
+        _terminal(b)
+        _teclea(b, 'n5')
+        b.tecla('Return')
+        b.calla(1.2)
+        t = time.monotonic()
+        _teclea(b, 'n6?')
+        _oye(b, t, 5, 6)
 
 
 def _prueba_campos(b, titulo, limite=20):
