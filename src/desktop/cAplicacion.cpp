@@ -70,6 +70,7 @@ struct cAplicacion::Lector {
                      .timer = timerGrabacion,
                      .creaVozSAPI5 = [&a] { return a.CreaVozEnFichero(); },
                      .cola = &a.m_cola}),
+          teclasLeeTeclado(a.m_registro, a.m_general, rutas::CarpetasDeLectura(QCoreApplication::applicationDirPath())),
           extractor(a.m_general),
           colaboradores{.log = a.p.log,
                         .general = a.m_general,
@@ -92,6 +93,8 @@ struct cAplicacion::Lector {
                         .enlaceWord = enlaceWord,
                         .enlaceExplorer = enlaceExplorer,
                         .ventanaEnFoco = a.m_ventanaEnFoco,
+                        .gancho = a.m_gancho,
+                        .teclasLeeTeclado = teclasLeeTeclado,
                         .grabadora = grabadora,
                         .iconoBarra = a.m_bandeja,
                         .ventanas = a.m_ventanas,
@@ -128,6 +131,7 @@ struct cAplicacion::Lector {
     cTemporalAudio temporal;
     cTemporizador timerGrabacion;
     cGrabadora grabadora;
+    cTeclasLeeTeclado teclasLeeTeclado;
     ExtractorTextoLlano extractor;
     ColaboradoresPrincipal colaboradores;
     cFormPrincipal form;
@@ -145,7 +149,10 @@ void cAplicacion::Ventanillas::Aviso() {
     Lector &l = *a.m_lector;
     if (!l.aviso)
         l.aviso = std::make_unique<ondalis::Aviso>(ondalis::Aviso::Colaboradores{
-            .logica = {.lector = l.colaboradores, .form = l.form, .registro = a.m_registro},
+            .logica = {.lector = l.colaboradores,
+                       .form = l.form,
+                       .registro = a.m_registro,
+                       .gancho = [&l](bool encendido) { l.form.SetHook(encendido); }},
             .voces = a.m_voces,
             .prueba = l.prueba,
             .ayuda = a.m_superficie.Ayuda(),
@@ -188,6 +195,10 @@ cAplicacion::cAplicacion(Preparativos &preparativos, QString linea)
                     [this](const QString &texto) { AvisaEnReposo(texto); }}),
       m_salidaSonido(p.servidor),
       m_sonido(m_salidaSonido, m_cola),
+      m_teclado(p.log),
+      m_foco(p.log),
+      m_esperaFoco(m_cola),
+      m_gancho(m_teclado, m_foco, m_esperaFoco, m_reloj),
       m_salidaIBM(p.servidor, Producto::Titulo),
       m_salidaSAPI5(p.servidor, Producto::Titulo),
       m_salidaECI(p.servidor, Producto::Titulo),

@@ -20,8 +20,10 @@
 #include "engine/Reloj.h"
 #include "engine/cLanzadorProceso.h"
 #include "engine/cSalidaFichero.h"
+#include "keys/cGanchoTeclado.h"
 #include "keys/cTecla.h"
 #include "libs/ondalis_eci_servicio.h"
+#include "platform/atspi/cFocoAccesible.h"
 #include "platform/audio/cSalidaPulse.h"
 #include "platform/audio/cServidorPulse.h"
 #include "platform/audio/cSonidoPulse.h"
@@ -32,6 +34,7 @@
 #include "platform/sistema/cPrioridadUnix.h"
 #include "platform/sistema/cSenales.h"
 #include "platform/x11/cPortapapelesX11.h"
+#include "platform/x11/cTecladoX11.h"
 #include "platform/x11/cTeclasX11.h"
 #include "platform/x11/cVentanaEnFocoX11.h"
 #include "reader/cFormPrincipal.h"
@@ -124,6 +127,10 @@ private:
     cSonidoPulse m_salidaSonido;
     cSonido m_sonido;
     cRelojMonotono m_reloj;
+    cTecladoX11 m_teclado;
+    cFocoAccesible m_foco;
+    cTemporizador m_esperaFoco;
+    cGanchoTeclado m_gancho;
     cSalidaPulse m_salidaIBM;
     cSalidaPulse m_salidaSAPI5;
     cSalidaPulse m_salidaECI;

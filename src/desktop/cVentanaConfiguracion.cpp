@@ -20,6 +20,7 @@ void cVentanaConfiguracion::Opciones() {
 
 void cVentanaConfiguracion::Descarga() {
     m_descargada = true;
+    if (m_teclasLeeTeclado && m_teclasLeeTeclado->isVisible()) m_teclasLeeTeclado->reject();
     if (m_logica) m_logica->Descarga();
 }
 
@@ -65,9 +66,19 @@ void cVentanaConfiguracion::CreaPaginas() {
     c.form.AlCambiarVelocidad([voces] { voces->EstableceVelocidad(); });
     PonPagina(Pagina::TipoLectura, new ucOpcTipoLectura(c.lector.opcTipoLectura,
                                                         {.editoresTexto = Abre<EditoresTexto>(c.lector.editoresTexto),
-                                                         .teclasLeeTeclado = {}}));
+                                                         .teclasLeeTeclado = [this] { AbreTeclasLeeTeclado(); }}));
     PonPagina(Pagina::Grabar, new ucOpcGrabar(c.lector.opcGrabar, c.dialogo));
     PonPagina(Pagina::TeclasRap, new ucOpcTeclasRap(c.lector.opcTeclasRap, c.lector.tecla, c.lector.general));
+}
+
+void cVentanaConfiguracion::AbreTeclasLeeTeclado() {
+    if (m_descargada) return;
+    if (!m_teclasLeeTeclado)
+        m_teclasLeeTeclado = std::make_unique<TeclasLeeTeclado>(
+            c.lector.teclasLeeTeclado, c.registro, c.lector.log,
+            [this](std::uintptr_t ventana, const QString &tema) { c.ayuda.MuestraClave(ventana, tema); },
+            m_ventana.get());
+    m_teclasLeeTeclado->Init();
 }
 
 }  // namespace ondalis

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QString>
+#include <cstdint>
 #include <functional>
 
 #include "settings/cLog.h"
@@ -52,6 +53,8 @@ class VentanaEnFoco {
 public:
     virtual ~VentanaEnFoco() = default;
     virtual bool EsConsola() = 0;
+    // Names the window as long as it exists; 0: none has the focus. A round trip to the window system.
+    virtual std::uint32_t Ventana() = 0;
 };
 
 // Where and how the editor records, instead of the page's values.

@@ -129,7 +129,7 @@ void cConfiguracion::AplicaActivo(bool leiaTeclado) {
     const bool lee = c.lector.opcTipoLectura.LeeTeclado();
     if (lee == leiaTeclado) return;
     if (lee) c.form.Campos().TextoWindows.clear();
-    if (c.gancho) c.gancho(lee);
+    c.form.SetHook(lee);
 }
 
 void cConfiguracion::AplicaLupa() {

@@ -29,8 +29,7 @@ struct ColaboradoresConfiguracion {
     cFormPrincipal &form;
     cRegistro &registro;
     VistaConfiguracion &vista;
-    QString comandoAutoarranque = {};       // of this run, as a desktop entry's Exec has it
-    std::function<void(bool)> gancho = {};  // starts and ends the hearing of typed keys; may be empty
+    QString comandoAutoarranque = {};  // of this run, as a desktop entry's Exec has it
 };
 
 class cConfiguracion {

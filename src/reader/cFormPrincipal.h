@@ -1,10 +1,11 @@
-// The controller behind the main window: the one reading that can exist, its navigation, its clipboard source, the tray
+// The controller behind the main window: the one reading that can exist, its navigation, its two own sources, the tray
 // icon's number, the active state, the hot-key commands. All its collaborators are handed to it; it owns none. Main
 // thread.
 //
 // The sources follow the reasons to change: _sesion (the reading and its events), _navegacion (stop, pause, repeat,
-// moves), _portapapeles (the tick and the clipboard), _word (foreground documents and their tracking), _teclas (hot-key
-// commands), _remoto (commands of other programs), _icono (icon, menu, active state), _arranque (start and end).
+// moves), _portapapeles (the tick and the clipboard), _teclado (the typing buffer and its reading), _word (foreground
+// documents and their tracking), _teclas (hot-key commands), _remoto (commands of other programs), _icono (icon, menu,
+// active state), _arranque (start and end).
 #pragma once
 
 #include <QString>
@@ -17,8 +18,10 @@
 #include "audio/cOpcGrabar.h"
 #include "desktop/cSonido.h"
 #include "desktop/cTxtLengua.h"
+#include "keys/GanchoTeclado.h"
 #include "keys/cOpcTeclasRap.h"
 #include "keys/cTecla.h"
+#include "keys/cTeclasLeeTeclado.h"
 #include "reader/MenuIcono.h"
 #include "reader/Portapapeles.h"
 #include "reader/Puertos.h"
@@ -56,6 +59,8 @@ struct ColaboradoresPrincipal {
     EnlaceWord &enlaceWord;
     EnlaceExplorer &enlaceExplorer;
     VentanaEnFoco &ventanaEnFoco;
+    GanchoTeclado &gancho;
+    cTeclasLeeTeclado &teclasLeeTeclado;
     Grabadora &grabadora;
     cIconoBarra &iconoBarra;
     Ventanas &ventanas;
@@ -101,6 +106,17 @@ public:
     void AlCambiarVelocidad(std::function<void()> aviso) { m_alCambiarVelocidad = std::move(aviso); }
 
     void TimerLectura_Timer();
+    // A press that the hook has told: the two handlers, then the buffer as a box of several lines would take it. The
+    // caret always stands at its end, for nobody sees it: backspace takes the last character, with Control the last
+    // word; arrows, Delete and all other combinations change nothing. What Ctrl+V pastes isn't typed: the clipboard's
+    // reading has it.
+    void TextoWindows_Tecleada(const TeclaEscrita &tecla);
+    // `virtualKey` starts the reading of what has been typed, if it is one of the chosen keys.
+    void TextoWindows_KeyDown(int virtualKey);
+    // Puts 0 into `caracter` when it must not enter: white space never opens the buffer.
+    void TextoWindows_KeyPress(char32_t &caracter);
+    // Starts and ends the hearing of typed keys.
+    void SetHook(bool encendido);
     void tecla_HotKeyPulsada(const QString &nombre);
 
     // `icono`: number 1 to 11, or one of the keys "activoblanco1", "activorojo1", "inactivo", "reloj", "pausado".
@@ -155,6 +171,9 @@ private:
     void RegistraTeclas();
     void RotulaMenu();
     void InicaLecturaPortapapeles();
+    void IniciaLecturaTeclado(bool forzar);
+    bool EsTeclaRapida(const TeclaEscrita &tecla) const;
+    void EscribeEnTextoWindows(char32_t caracter);
     void TeclaDetener();
     void TeclaPausa();
     void TeclaRepetir();
@@ -227,6 +246,7 @@ private:
     std::function<void()> m_alCambiarVelocidad;
     int m_numIcono = 1;
     bool m_enOpciones = false;
+    std::uint32_t m_ultimaVentana = 0;  // UltimaVentana: in front at the last poll with a readable buffer; 0: none
     std::deque<OrdenRemota> m_remotas;  // accepted, not begun
     qsizetype m_letrasRemotas = 0;      // their length together, UTF-16 units
     std::uint32_t m_ultimaRemota = 0;

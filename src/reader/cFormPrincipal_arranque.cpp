@@ -32,6 +32,9 @@ cFormPrincipal::cFormPrincipal(const ColaboradoresPrincipal &colaboradores) : c(
     c.timerLectura.SetManejador([this] { TimerLectura_Timer(); });
     c.tecla.SetHotKeyPulsada([this](const QString &nombre) { tecla_HotKeyPulsada(nombre); });
     c.tecla.SetRepetible(EsRepetible);
+    c.gancho.SetTecleada([this](const TeclaEscrita &tecla) {
+        c.cola.Pon(cCola::Clase::Tecla, [this, tecla] { TextoWindows_Tecleada(tecla); });
+    });
 }
 
 EventosVoz cFormPrincipal::Eventos() {
@@ -63,6 +66,7 @@ void cFormPrincipal::Form_Load() {
              {&m_menu.Detener, &m_menu.RepetirLectura, &m_menu.AvanzarPalabras, &m_menu.RetrocederPalabras})
             entrada->SetEtiqueta(entrada->Rotulo());
         SetIconoBarra(m_numIcono);
+        if (c.opcTipoLectura.LeeTeclado()) SetHook(true);
     });
 }
 
@@ -102,6 +106,7 @@ void cFormPrincipal::Form_Unload() {
         c.motor.CancelaECI();
         if (m_menu.Detener.Habilitada()) Detener_Click();
         c.tecla.Termina();
+        if (c.opcTipoLectura.LeeTeclado()) SetHook(false);
         c.timerLectura.SetEnabled(false);
         c.ventanas.DescargaFormularios();
     });

@@ -106,6 +106,7 @@ void cFormPrincipal::Desactiva() {
     if (m_l.TipoLectura != 3) Detener_Click();
     if (c.opcGeneral.UtilizaSonidos() && c.sonidosAviso.ActivarDesactivar())
         c.sonido.Reproduce(QStringLiteral("DESACTIVAR"));
+    if (c.opcTipoLectura.LeeTeclado()) SetHook(false);
     SetIconoBarra(QStringLiteral("inactivo"));
 }
 
@@ -115,6 +116,7 @@ void cFormPrincipal::Activa() {
     // What was copied while inactive is not read now.
     c.portapapeles.Vacia();
     m_l.TextoCopiado.clear();
+    if (c.opcTipoLectura.LeeTeclado()) SetHook(true);
     c.timerLectura.SetEnabled(true);
     m_numIcono = IconoReposo();
     m_menu.ActivarDesactivar.SetRotulo(

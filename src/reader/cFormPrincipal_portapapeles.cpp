@@ -25,6 +25,7 @@ void cFormPrincipal::TimerLectura_Timer() {
             if (m_l.PendienteTeclado) SonidoGeneral(QStringLiteral("ERROR"));
         } else {
             if (c.opcTipoLectura.LeePortapapeles()) InicaLecturaPortapapeles();
+            if (c.opcTipoLectura.LeeTeclado()) IniciaLecturaTeclado(false);
             m_l.PendienteTeclado = false;
         }
     });

@@ -60,7 +60,13 @@ private:
 class VentanaEnFocoFalsa : public VentanaEnFoco {
 public:
     bool EsConsola() override { return consola; }
+    std::uint32_t Ventana() override {
+        ++preguntas;
+        return ventana;
+    }
     bool consola = false;
+    std::uint32_t ventana = 1;
+    int preguntas = 0;  // for the window
 };
 
 class GrabadoraFalsa : public Grabadora {

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "fakes/GanchoFalso.h"
 #include "fakes/MensajesGuion.h"
 #include "fakes/MotorFalso.h"
 #include "fakes/PortapapelesFalso.h"
@@ -85,19 +86,34 @@ protected:
     ~BancoLector() override { LiberaMemDicc(); }
 
     ColaboradoresPrincipal Colaboradores(MotorVoz &motor) {
-        return {log,          general,
-                cola,         opcGeneral,
-                opcVoz,       opcTipoLectura,
-                opcGrabar,    opcTeclasRap,
-                sonidosAviso, editoresTexto,
-                estado,       motor,
-                filtro,       txtLengua,
-                sonido,       tecla,
-                timer,        portapapeles,
-                word,         explorer,
-                foco,         grabadora,
-                icono,        ventanas,
-                &editor,      [this] { diario.Anota(QStringLiteral("voces.LeeValoresVoces")); },
+        return {log,
+                general,
+                cola,
+                opcGeneral,
+                opcVoz,
+                opcTipoLectura,
+                opcGrabar,
+                opcTeclasRap,
+                sonidosAviso,
+                editoresTexto,
+                estado,
+                motor,
+                filtro,
+                txtLengua,
+                sonido,
+                tecla,
+                timer,
+                portapapeles,
+                word,
+                explorer,
+                foco,
+                gancho,
+                teclasLeeTeclado,
+                grabadora,
+                icono,
+                ventanas,
+                &editor,
+                [this] { diario.Anota(QStringLiteral("voces.LeeValoresVoces")); },
                 &extractor};
     }
     void PasaASAPI5() {
@@ -141,6 +157,8 @@ protected:
     EnlaceWordFalso word{diario};
     EnlaceExplorerFalso explorer{diario};
     VentanaEnFocoFalsa foco;
+    GanchoFalso gancho{diario};
+    cTeclasLeeTeclado teclasLeeTeclado{registro, general, {QStringLiteral(DATOS_DEL_PROGRAMA)}};
     GrabadoraFalsa grabadora{diario};
     IconoFalso icono{diario};
     VentanasFalsas ventanas{diario};

@@ -79,8 +79,7 @@ protected:
                                   .form = principal,
                                   .registro = registro,
                                   .vista = vista,
-                                  .comandoAutoarranque = "/usr/bin/ondalis -nosapi5",
-                                  .gancho = [this](bool si) { diario.Anota(si ? "gancho.si" : "gancho.no"); }}};
+                                  .comandoAutoarranque = "/usr/bin/ondalis -nosapi5"}};
 };
 
 TEST_F(ConfiguracionTest, OpeningShowsTheAcceptedValuesOfTheVoicesFirstAndThenOfTheOthers) {

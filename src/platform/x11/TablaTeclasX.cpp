@@ -4,6 +4,8 @@
 
 // clang-format off
 #define XK_MISCELLANY
+#define XK_LATIN1
+#define XK_XKB_KEYS
 #include <X11/keysymdef.h>
 // clang-format on
 
@@ -47,6 +49,34 @@ SimbolosTecla SimbolosDe(int virtualKey) {
         case 45: return {{XK_Insert}, {}, {}};
         default: return {};
     }
+}
+
+int VirtualKeyDe(std::uint32_t simbolo) {
+    struct Par {
+        std::uint32_t simbolo;
+        int virtualKey;
+    };
+    static constexpr Par kPares[] = {
+        {XK_BackSpace, 8},     {XK_Tab, 9},        {XK_ISO_Left_Tab, 9},   {XK_Clear, 12},        {XK_KP_Begin, 12},
+        {XK_Return, 13},       {XK_KP_Enter, 13},  {XK_Shift_L, 16},       {XK_Shift_R, 16},      {XK_Control_L, 17},
+        {XK_Control_R, 17},    {XK_Alt_L, 18},     {XK_Alt_R, 18},         {XK_Pause, 19},        {XK_Caps_Lock, 20},
+        {XK_Escape, 27},       {XK_Prior, 33},     {XK_KP_Prior, 33},      {XK_Next, 34},         {XK_KP_Next, 34},
+        {XK_End, 35},          {XK_KP_End, 35},    {XK_Home, 36},          {XK_KP_Home, 36},      {XK_Left, 37},
+        {XK_KP_Left, 37},      {XK_Up, 38},        {XK_KP_Up, 38},         {XK_Right, 39},        {XK_KP_Right, 39},
+        {XK_Down, 40},         {XK_KP_Down, 40},   {XK_Print, 44},         {XK_Insert, 45},       {XK_KP_Insert, 45},
+        {XK_Delete, 46},       {XK_KP_Delete, 46}, {XK_Super_L, 91},       {XK_Super_R, 92},      {XK_Menu, 93},
+        {XK_KP_Multiply, 106}, {XK_KP_Add, 107},   {XK_KP_Separator, 108}, {XK_KP_Subtract, 109}, {XK_KP_Decimal, 110},
+        {XK_KP_Divide, 111},   {XK_Num_Lock, 144}, {XK_Scroll_Lock, 145},  {XK_plus, 187},        {XK_comma, 188},
+        {XK_minus, 189},       {XK_period, 190},
+    };
+    if (simbolo == U' ') return 32;
+    if (simbolo >= U'0' && simbolo <= U'9') return static_cast<int>(simbolo);
+    if (simbolo >= U'A' && simbolo <= U'Z') return static_cast<int>(simbolo);
+    if (simbolo >= U'a' && simbolo <= U'z') return static_cast<int>(simbolo - U'a' + U'A');
+    if (simbolo >= XK_KP_0 && simbolo <= XK_KP_9) return static_cast<int>(96 + (simbolo - XK_KP_0));
+    if (simbolo >= XK_F1 && simbolo <= XK_F24) return static_cast<int>(112 + (simbolo - XK_F1));
+    const auto *par = std::find_if(std::begin(kPares), std::end(kPares), [=](Par p) { return p.simbolo == simbolo; });
+    return par == std::end(kPares) ? 0 : par->virtualKey;
 }
 
 std::span<const std::uint32_t> MapaTeclado::De(std::size_t indice) const {

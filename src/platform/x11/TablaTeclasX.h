@@ -27,6 +27,8 @@ struct SimbolosTecla {
     std::vector<std::uint8_t> reserva;      // key codes to take when the mapping has none of the keysyms
 };
 SimbolosTecla SimbolosDe(int virtualKey);  // empty for a key that has no like here
+// The virtual key of a keysym, also of keys that can't be hot keys; 0 for one without like.
+int VirtualKeyDe(std::uint32_t simbolo);
 
 // The server's keyboard mapping: `porTecla` keysyms for each key code from `primero` on.
 struct MapaTeclado {

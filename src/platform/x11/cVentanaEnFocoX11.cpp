@@ -80,20 +80,22 @@ std::string cVentanaEnFocoX11::Propiedad(xcb_window_t ventana, xcb_atom_t propie
             static_cast<std::size_t>(xcb_get_property_value_length(respuesta.get()))};
 }
 
+std::uint32_t cVentanaEnFocoX11::Numero(xcb_window_t ventana, xcb_atom_t propiedad) {
+    const std::string datos = Propiedad(ventana, propiedad);
+    std::uint32_t valor = 0;
+    if (datos.size() >= sizeof valor) std::memcpy(&valor, datos.data(), sizeof valor);
+    return valor;
+}
+
+std::uint32_t cVentanaEnFocoX11::Ventana() { return m_conexion.Viva() ? Numero(m_conexion.Raiz(), m_activa) : 0; }
+
 bool cVentanaEnFocoX11::EsConsola() {
-    if (!m_conexion.Viva()) return false;
-    const auto numero = [this](xcb_window_t ventana, xcb_atom_t propiedad) {
-        const std::string datos = Propiedad(ventana, propiedad);
-        std::uint32_t valor = 0;
-        if (datos.size() >= sizeof valor) std::memcpy(&valor, datos.data(), sizeof valor);
-        return valor;
-    };
-    const xcb_window_t ventana = numero(m_conexion.Raiz(), m_activa);
+    const xcb_window_t ventana = Ventana();
     if (ventana == XCB_NONE) return false;
     std::istringstream clases(Propiedad(ventana, XCB_ATOM_WM_CLASS));
     for (std::string clase; std::getline(clases, clase, '\0');)
         if (EsClaseDeConsola(clase)) return true;
-    const auto pid = static_cast<int>(numero(ventana, m_pid));
+    const auto pid = static_cast<int>(Numero(ventana, m_pid));
     return pid > 0 && TieneTerminalPropio(pid);
 }
 

@@ -18,8 +18,10 @@ public:
     cVentanaEnFocoX11();
     // A terminal is told by its class or, whatever its name, by what its process does.
     bool EsConsola() override;
+    std::uint32_t Ventana() override;
 
 private:
+    std::uint32_t Numero(xcb_window_t ventana, xcb_atom_t propiedad);
     std::string Propiedad(xcb_window_t ventana, xcb_atom_t propiedad);
 
     cConexionX m_conexion;

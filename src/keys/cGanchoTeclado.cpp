@@ -1,0 +1,121 @@
+#include "keys/cGanchoTeclado.h"
+
+namespace ondalis {
+
+namespace {
+// A focus event may come a little before the window manager has told of the window.
+constexpr std::chrono::milliseconds kAdelanto(300);
+}  // namespace
+
+cGanchoTeclado::cGanchoTeclado(TecladoSistema &teclado, FocoAccesible &foco, Temporizador &espera, const Reloj &reloj)
+    : m_teclado(teclado), m_foco(foco), m_espera(espera), m_reloj(reloj) {
+    m_teclado.SetTecla([this](const TeclaEscrita &tecla) { Tecla(tecla); });
+    m_teclado.SetVentana([this](int proceso) { Ventana(proceso); });
+    m_foco.SetPregunta([this](int proceso) { Pregunta(proceso); });
+    m_foco.SetRespuesta([this](int proceso, Rol rol) { Responde(proceso, rol); });
+    m_espera.SetIntervalo(kEsperaFocoMs);
+    m_espera.SetManejador([this] {
+        m_espera.SetEnabled(false);
+        m_recienLlegada = false;
+        for (auto &[proceso, programa] : m_programas)
+            if (programa.preguntado) programa = {};  // its answer isn't coming any more
+        SueltaEspera();
+    });
+}
+
+void cGanchoTeclado::IniciaHook() {
+    if (m_encendido) return;
+    m_encendido = true;
+    m_foco.Inicia();
+    m_teclado.Inicia();
+}
+
+void cGanchoTeclado::TerminaHook() {
+    if (!m_encendido) return;
+    m_encendido = false;
+    m_espera.SetEnabled(false);
+    m_teclado.Termina();
+    m_foco.Termina();
+    m_enEspera.clear();
+    m_programas.clear();
+    m_conVentana.clear();
+    m_enFrente = m_suelto = 0;
+    m_recienLlegada = false;
+}
+
+void cGanchoTeclado::Ventana(int proceso) {
+    if (!m_encendido) return;
+    // What was typed before was meant for the window before: it is judged by what is known of that one.
+    m_recienLlegada = false;
+    std::deque<TeclaEscrita> anteriores;
+    anteriores.swap(m_enEspera);
+    for (const TeclaEscrita &tecla : anteriores)
+        if (!Esperando()) Entrega(tecla);  // an answer that never came in time: better lost than a password told
+    m_enFrente = proceso;
+    if (proceso != 0) m_conVentana.insert(proceso);
+    const bool adelantado = m_suelto != 0 && m_reloj.Ahora() - m_sueltoDesde < kAdelanto;
+    const bool yaHaDicho = adelantado && m_suelto == proceso;
+    if (!adelantado || yaHaDicho) m_suelto = 0;
+    m_recienLlegada = !yaHaDicho;
+    m_espera.SetEnabled(m_recienLlegada);
+}
+
+// For the window in front counts its own program's word, and that of a process without windows which has spoken since
+// the window came, as a sandboxed program does through its proxy.
+void cGanchoTeclado::AnotaSuelto(int proceso) {
+    if (proceso == m_enFrente || m_conVentana.contains(proceso)) return;
+    m_suelto = proceso;
+    m_sueltoDesde = m_reloj.Ahora();
+}
+
+void cGanchoTeclado::Pregunta(int proceso) {
+    if (!m_encendido) return;
+    AnotaSuelto(proceso);
+    m_programas[proceso].preguntado = true;
+    m_espera.SetEnabled(true);
+}
+
+void cGanchoTeclado::Responde(int proceso, Rol rol) {
+    if (!m_encendido) return;
+    AnotaSuelto(proceso);
+    m_programas[proceso] = {rol, false};
+    if (proceso == m_enFrente || proceso == m_suelto) m_recienLlegada = false;
+    SueltaEspera();
+}
+
+bool cGanchoTeclado::Esperando() const {
+    const auto preguntado = [this](int proceso) {
+        const auto programa = m_programas.find(proceso);
+        return programa != m_programas.end() && programa->second.preguntado;
+    };
+    return m_recienLlegada || preguntado(m_enFrente) || (m_suelto != 0 && preguntado(m_suelto));
+}
+
+void cGanchoTeclado::Tecla(const TeclaEscrita &tecla) {
+    if (!m_encendido) return;
+    if (m_teclado.EnSecretoPropio()) return;
+    if (!Esperando()) {
+        Entrega(tecla);
+        return;
+    }
+    m_enEspera.push_back(tecla);
+    if (m_enEspera.size() > kMaxEnEspera) m_enEspera.pop_front();
+}
+
+void cGanchoTeclado::Entrega(const TeclaEscrita &tecla) {
+    for (const int proceso : {m_enFrente, m_suelto}) {
+        const auto programa = m_programas.find(proceso);
+        if (proceso != 0 && programa != m_programas.end() && programa->second.rol == Rol::Secreto) return;
+    }
+    if (m_tecleada) m_tecleada(tecla);
+}
+
+void cGanchoTeclado::SueltaEspera() {
+    while (!m_enEspera.empty() && !Esperando()) {
+        const TeclaEscrita tecla = m_enEspera.front();
+        m_enEspera.pop_front();
+        Entrega(tecla);
+    }
+}
+
+}  // namespace ondalis
