@@ -9,7 +9,6 @@
 #include "desktop/Recursos.h"
 #include "desktop/Rutas.h"
 #include "engine/cCanalMotor.h"
-#include "libs/ondalis_dicc.h"
 #include "platform/x11/AlFrente.h"
 #include "platform/x11/cCapturaX11.h"
 
@@ -31,14 +30,15 @@ Preparativos::Preparativos(cLog &elLog, const QString &programaMotor)
     : log(elLog), lanzador(programaMotor.toStdString()), tokens(lanzador), servidor(Producto::Titulo) {}
 
 struct cAplicacion::Opciones {
-    Opciones(cRegistro &registro, cLog &log, const cVoces &voces, bool haySAPI5)
+    Opciones(cRegistro &registro, cLog &log, cGeneral &servicios, const cVoces &voces, bool haySAPI5)
         : general(registro, log),
           voz(registro, log, voces, haySAPI5),
           tipoLectura(registro, log),
           grabar(registro, log, rutas::LecturaWav()),
           teclasRap(registro, log),
           sonidosAviso(registro, log),
-          editoresTexto(registro, log) {}
+          editoresTexto(registro, log),
+          diccionario(servicios, rutas::CarpetaDatos()) {}
 
     cOpcGeneral general;
     cOpcVoz voz;
@@ -47,6 +47,7 @@ struct cAplicacion::Opciones {
     cOpcTeclasRap teclasRap;
     cOpcSonidosAviso sonidosAviso;
     cOpcEditoresTexto editoresTexto;
+    cOpcDiccionario diccionario;
 };
 
 struct cAplicacion::Lector {
@@ -87,6 +88,7 @@ struct cAplicacion::Lector {
           configuracion({.lector = colaboradores,
                          .form = form,
                          .registro = a.m_registro,
+                         .diccionario = o.diccionario,
                          .ayuda = a.m_superficie.Ayuda(),
                          .pagWeb = [&a] { a.m_superficie.PagWebOndalis_Click(); },
                          .alFrente = [](WId ventana) { TraeAlFrente(static_cast<std::uint32_t>(ventana)); },
@@ -211,14 +213,11 @@ void cAplicacion::EsperaVoces() {
     m_cola.EsperaBloqueando([this] { return p.tokens.Listos(); }, -1);
 }
 
-// The resident reader lives in its data folder, where its dictionary is.
+// The resident reader lives in its data folder.
 void cAplicacion::PreparaCarpetas() {
     const QString datos = rutas::CarpetaDatos();
     if (!QDir().mkpath(datos) || !QDir::setCurrent(datos))
         p.log.Escribe(QStringLiteral("Main: "), Fallo::De(Fallo::RutaNoEncontrada), datos);
-    const QString diccionario = datos + QStringLiteral("/diccionario.dat");
-    if (cGeneral::ExisteFichero(diccionario) && CargaDicc(QFile::encodeName(diccionario).constData()) != 1)
-        p.log.Escribe(QStringLiteral("Main: "), Fallo::De(Fallo::ErrorDeAcceso), diccionario);
 }
 
 void cAplicacion::ConectaSalida() {
@@ -256,7 +255,7 @@ void cAplicacion::ReuneVoces() {
     m_voces.RecogeVocesEquipo(&p.tokens, sinSAPI5, [this] { m_cola.DejaCorrer(); });
     if (m_voces.SAPI5Compatible() && !sinSAPI5)
         m_vozSAPI5 = std::make_unique<SpVoice>(m_canalSAPI5, p.tokens, m_cola, m_estadoVoz, p.log);
-    m_opciones = std::make_unique<Opciones>(m_registro, p.log, m_voces, m_vozSAPI5 != nullptr);
+    m_opciones = std::make_unique<Opciones>(m_registro, p.log, m_general, m_voces, m_vozSAPI5 != nullptr);
     // The worker of the family in use is there before the first text.
     (m_opciones->voz.EsIBM() ? m_canalIBM : m_canalSAPI5).Calienta();
 }

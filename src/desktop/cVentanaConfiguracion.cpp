@@ -1,7 +1,9 @@
 #include "desktop/cVentanaConfiguracion.h"
 
+#include "reader/PruebaConversion.h"
 #include "settings/ucOpcGeneral.h"
 #include "settings/ucOpcTipoLectura.h"
+#include "text/ucOpcDiccionario.h"
 
 namespace ondalis {
 
@@ -44,6 +46,9 @@ void cVentanaConfiguracion::PonPagina(Pagina cual, PaginaOpciones *pagina) {
 void cVentanaConfiguracion::CreaPaginas() {
     PonPagina(Pagina::General, new ucOpcGeneral(c.lector.opcGeneral));
     PonPagina(Pagina::TipoLectura, new ucOpcTipoLectura(c.lector.opcTipoLectura));
+    PonPagina(Pagina::Diccionario, new ucOpcDiccionario(c.diccionario, c.lector.general, [this](const QString &texto) {
+                  PruebaConversion(c.lector, c.form, texto);
+              }));
 }
 
 }  // namespace ondalis

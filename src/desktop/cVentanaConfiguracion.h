@@ -8,6 +8,7 @@
 #include "desktop/Principal.h"
 #include "desktop/cAyuda.h"
 #include "reader/cConfiguracion.h"
+#include "text/cOpcDiccionario.h"
 
 namespace ondalis {
 
@@ -17,6 +18,7 @@ public:
         const ColaboradoresPrincipal &lector;
         cFormPrincipal &form;
         cRegistro &registro;
+        cOpcDiccionario &diccionario;
         cAyuda &ayuda;
         std::function<void()> pagWeb;
         std::function<void(WId)> alFrente;  // may be empty
