@@ -81,6 +81,7 @@ ucOpcDiccionario::ucOpcDiccionario(cOpcDiccionario &diccionario, cGeneral &gener
     columna->addWidget(m_lista, 1);
     auto *cajas = new QHBoxLayout;
     auto *deClave = new QVBoxLayout, *deConversion = new QVBoxLayout;
+    for (QVBoxLayout *una : {deClave, deConversion}) una->setSpacing(2);
     m_clave = CreaCaja("TxtClave", QStringLiteral("Texto"), *deClave);
     m_conversion = CreaCaja("TxtConversion", QStringLiteral("Conversión"), *deConversion);
     cajas->addLayout(deClave, 2);

@@ -108,7 +108,7 @@ QByteArray Bueno(const FilaCatalogo &fila) {
         case FormaOpcion::Texto: return clave == "FabricanteActivo" ? "IBM" : clave == "VozActiva" ? "Carlos" : "texto";
         case FormaOpcion::Entero: break;
     }
-    if (clave == "Velocidad") return "200";
+    if (clave == "Velocidad" || clave == "Tono") return "200";
     if (clave == "Volumen") return "30000";
     if (clave == "CalidadkHz") return "8000";
     if (clave.startsWith("Ascii")) return "54";

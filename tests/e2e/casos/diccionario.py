@@ -142,7 +142,7 @@ def una_fila_se_elige_se_prueba_se_cambia_y_se_suprime_con_el_teclado():
 
 
 def _retratos_de_la_pagina(nombre, **entorno):
-    with Banco(ajustes=FRESCA, arranca=False) as b:
+    with Banco(arranca=False) as b:
         _escribe(b, [(f'palabra {i:02}', f'se dice así, la número {i}') for i in range(30)] +
                  [('Sr.', 'señor'), ('árbol', 'planta'), ('una clave muy larga que no cabe en su columna', 'corta')])
         b.escritorio.entorno.update(entorno)
@@ -166,7 +166,7 @@ def _retratos_de_la_pagina(nombre, **entorno):
 def la_pagina_del_diccionario_cabe_a_96_y_a_192_puntos():
     _retratos_de_la_pagina('96')
     _retratos_de_la_pagina('192', QT_FONT_DPI='192')
-    _retratos_de_la_pagina('doble', QT_SCALE_FACTOR='2')
+    _retratos_de_la_pagina('doble', QT_SCALE_FACTOR='2', QT_FONT_DPI='96')
 
 
 @caso
