@@ -52,26 +52,34 @@ std::optional<QString> ATextoPlano(const QVariant &valor) {
     return texto.remove(QChar::Null);
 }
 
-// Escapes the quotes of the lines that leave one open; true when there were such lines.
-bool CierraComillas(QByteArray &texto) {
+// Escapes what makes a line go on in the next one: its quotes when one is left open, a backslash at its end. True when
+// there were such lines.
+bool CierraLineas(QByteArray &texto) {
     bool cambiado = false;
     QByteArrayList lineas = texto.split('\n');
     for (QByteArray &linea : lineas) {
         if (linea.trimmed().startsWith(';')) continue;
+        const QByteArray retorno = linea.endsWith('\r') ? QByteArrayLiteral("\r") : QByteArray();
+        linea.chop(retorno.size());
         QByteArray escapada;
         int comillas = 0;
+        bool colgada = false;
         for (qsizetype i = 0; i < linea.size(); ++i) {
-            const char c = linea[i];
-            if (c == '"') {
+            if (linea[i] == '"') {
                 ++comillas;
                 escapada += '\\';
             }
-            escapada += c;
-            if (c == '\\' && i + 1 < linea.size()) escapada += linea[++i];
+            escapada += linea[i];
+            if (linea[i] != '\\') continue;
+            colgada = i + 1 == linea.size();
+            escapada += colgada ? '\\' : linea[++i];
         }
-        if (comillas % 2 == 0) continue;
-        linea = escapada;
-        cambiado = true;
+        if (comillas % 2 != 0)
+            linea = escapada;
+        else if (colgada)
+            linea += '\\';
+        cambiado = cambiado || comillas % 2 != 0 || colgada;
+        linea += retorno;
     }
     if (cambiado) texto = lineas.join('\n');
     return cambiado;
@@ -116,8 +124,8 @@ QSettings &cRegistro::Almacen(const QString &raiz, const QString &ruta) {
     return *almacen;
 }
 
-// A quote that is left open makes QSettings take all that follows for one value, up to the next quote: such lines are
-// mended before they are read, and the file as it was is kept.
+// A quote that is left open makes QSettings take all that follows for one value, up to the next quote, and a backslash
+// at a line's end swallows the next line: such lines are mended before they are read, and the file as it was is kept.
 void cRegistro::Revisa(const QString &fichero) {
     constexpr qint64 kMaxTamano = 16 * 1024 * 1024;
     const QFileInfo datos(fichero);
@@ -130,7 +138,7 @@ void cRegistro::Revisa(const QString &fichero) {
     entrada.close();
     visto = {datos.lastModified(), datos.size(), !EsUtf8SinNulos(texto)};
     const QString procedimiento = QStringLiteral("cRegistro.Lee: ");
-    if (!texto.contains('"') || !CierraComillas(texto)) return;
+    if (!CierraLineas(texto)) return;
     QLockFile candado(fichero + QStringLiteral(".lock"));
     if (!CandadoLibre(fichero, procedimiento) || !candado.tryLock(0)) return;
     Aparta(fichero, procedimiento);

@@ -22,6 +22,7 @@ using prueba::RegistroPropio;
 struct Disparate {
     const char *que;
     QByteArray escrito;
+    bool peligroso = false;  // it might take its neighbours along when the file is written again
 };
 const std::vector<Disparate> &Disparates() {
     static const std::vector<Disparate> todos{
@@ -31,17 +32,17 @@ const std::vector<Disparate> &Disparates() {
         {"out of range", "1000000"},
         {"negative", "-77"},
         {"commas", "1,2,,3"},
-        {"quotes", "\"a\" \"b"},
-        {"one quote", "\""},
-        {"invalid", "@Invalid()"},
+        {"quotes", "\"a\" \"b", true},
+        {"one quote", "\"", true},
+        {"invalid", "@Invalid()", true},
         {"variant", "@Variant(\\0\\0\\0\\x7f\\xff\\xff\\xff)"},
         {"rectangle", "@Rect(1 2 3 4)"},
-        {"NUL", QByteArray("1\0x", 3)},
-        {"not UTF-8", "\xFF\xFE\xC3(\xF1"},
-        {"backslash", "\\"},
+        {"NUL", QByteArray("1\0x", 3), true},
+        {"not UTF-8", "\xFF\xFE\xC3(\xF1", true},
+        {"backslash", "\\", true},
         {"escape", "\\xZZ\\q"},
-        {"comment", ";nada"},
-        {"section", "[Voz]"},
+        {"comment", ";nada", true},
+        {"section", "[Voz]", true},
         {"equals", "=="},
         {"long", QByteArray(20000, '9')},
     };
@@ -142,9 +143,13 @@ bool TieneSentido(const FilaCatalogo &fila, const QByteArray &escrito) {
 TEST(Disparates, InEveryRowTheAcceptedValueIsTheDefaultAndNoOtherIsLost) {
     RegistroPropio limpio;
     const VocesCarlos voces(limpio.Log());
-    const auto deDiseno = Aceptados(limpio, voces).Tags();
-    RegistroPropio::Escribe(limpio.FicheroUsuario(), Fichero(nullptr, {}));
-    const auto buenos = Aceptados(limpio, voces).Tags();
+    // Advanced values are read only while they are in use; else they are the voice's.
+    RegistroPropio::Escribe(limpio.FicheroUsuario(), "[Voz]\nValoresAvanzados=True\n");
+    auto deDiseno = Aceptados(limpio, voces).Tags();
+    deDiseno["Voz\\ValoresAvanzados"] = "0";
+    RegistroPropio bueno;
+    RegistroPropio::Escribe(bueno.FicheroUsuario(), Fichero(nullptr, {}));
+    const auto buenos = Aceptados(bueno, voces).Tags();
 
     for (const Disparate &disparate : Disparates()) {
         for (const FilaCatalogo &mala : Catalogo()) {
@@ -164,6 +169,7 @@ TEST(Disparates, InEveryRowTheAcceptedValueIsTheDefaultAndNoOtherIsLost) {
                     EXPECT_EQ(valor, buenos.at(nombre)) << nombre;
                 }
             }
+            if (!disparate.peligroso) continue;
             aceptados.Guarda();
             for (const FilaCatalogo &fila : Catalogo()) {
                 if (&fila == &mala || qstrcmp(fila.clave, "ValoresAvanzados") == 0) continue;

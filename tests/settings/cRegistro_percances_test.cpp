@@ -216,6 +216,14 @@ TEST_F(PercancesRegistro, AQuoteThatIsNotClosedSwallowsNoOtherValue) {
     EXPECT_EQ(Lee(p.FicheroUsuario() + ".1.mal"), escrito);
 }
 
+TEST_F(PercancesRegistro, ABackslashAtALinesEndSwallowsNoOtherValue) {
+    RegistroPropio::Escribe(p.FicheroUsuario(), "[Grabar]\r\nNombreFichero=C:\\\\x\\\r\nCalidadkHz=8000\r\n");
+    EXPECT_EQ(p.Lee("Grabar", "NombreFichero"), "C:\\x\\");
+    EXPECT_EQ(p.Lee("Grabar", "CalidadkHz", "no"), "8000");
+    ASSERT_TRUE(p.Salva("Voz", "Tono", "1"));
+    EXPECT_EQ(LeeDeNuevo(p, "Grabar", "CalidadkHz"), "8000");
+}
+
 TEST_F(PercancesRegistro, AFileInAnotherEncodingIsCopiedAsideBeforeTheFirstWrite) {
     const QString texto = QStringLiteral("[Voz]\nVelocidad=200\n");
     const QByteArray ancho = "\xFF\xFE" + QByteArray(reinterpret_cast<const char *>(texto.utf16()), texto.size() * 2);

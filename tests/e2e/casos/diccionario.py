@@ -5,7 +5,7 @@ import time
 from arnes.banco import Banco, texto_tonos
 from arnes.procesos import espera
 from casos.opciones import FRESCA, TITULO, _doble_click, _espera_abierta
-from casos.ventanas import _espera_sin, _retrata
+from casos.ventanas import _espera_sin, _pixeles, _retrata, _ventana
 
 CASOS = {}
 
@@ -76,7 +76,7 @@ def una_entrada_tecleada_y_aceptada_se_oye_en_la_lectura_siguiente():
         b.espera_silencio()
         assert b.termina_lector() == 0
         b.arranca_lector()
-        t = b.copia('otro gato que pasa por aquí mismo')
+        t = b.copia('otro gato que pasa por aquí mismo', espera_dueno=False)
         b.espera_palabra(7, desde=t)
 
 
@@ -169,6 +169,43 @@ def la_pagina_del_diccionario_cabe_a_96_y_a_192_puntos():
     _retratos_de_la_pagina('doble', QT_SCALE_FACTOR='2', QT_FONT_DPI='96')
 
 
+OSCURO = """[Colors:Button]
+BackgroundNormal=49,54,59
+ForegroundNormal=239,240,241
+[Colors:Selection]
+BackgroundNormal=61,174,233
+ForegroundNormal=239,240,241
+[Colors:View]
+BackgroundNormal=35,38,41
+BackgroundAlternate=49,54,59
+ForegroundNormal=239,240,241
+ForegroundInactive=130,135,140
+ForegroundLink=80,160,255
+[Colors:Window]
+BackgroundNormal=49,54,59
+ForegroundNormal=239,240,241
+"""
+
+
+@caso
+def la_pagina_del_diccionario_sigue_un_tema_oscuro():
+    with Banco(ajustes=FRESCA, arranca=False) as b:
+        _escribe(b, [('gato', 'miau'), ('perro', 'guau')])
+        with open(os.path.join(b.escritorio.entorno['XDG_CONFIG_HOME'], 'kdeglobals'), 'w', encoding='ascii') as f:
+            f.write(OSCURO)
+        b.escritorio.entorno.update(XDG_CURRENT_DESKTOP='KDE', KDE_SESSION_VERSION='5')
+        b.arranca_lector()
+        _abre_pagina(b)
+        b.tecla('Tab')
+        b.tecla('Down')
+        time.sleep(0.3)
+        _retrata(b, 'diccionario-oscuro')
+        _, x, y, ancho, alto = _ventana(b, TITULO)
+        visto = _pixeles(b)[y:y + alto, x:x + ancho].astype(int)
+        claros = (visto.min(axis=-1) > 200).mean()  # letters and nothing else
+        assert claros < 0.1, claros
+
+
 @caso
 def con_ajustes_disparatados_el_lector_arranca_y_lee():
     with Banco(arranca=False) as b:
@@ -193,6 +230,6 @@ def con_ajustes_disparatados_el_lector_arranca_y_lee():
                 # Without sounds the recording holds the words only; it stands behind all the nonsense.
                 f.write(b'[%General]\nUtilizaSonidos=False\n')
             b.arranca_lector()
-            t = b.copia(texto_tonos(20 + vuelta, 6))
+            t = b.copia(texto_tonos(20 + vuelta, 6), espera_dueno=False)
             b.espera_palabra(20 + vuelta, desde=t)
             assert b.termina_lector() == 0, disparate
