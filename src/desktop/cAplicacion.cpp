@@ -12,7 +12,6 @@
 #include "desktop/Recursos.h"
 #include "desktop/Rutas.h"
 #include "engine/cCanalMotor.h"
-#include "libs/ondalis_dicc.h"
 #include "platform/x11/AlFrente.h"
 #include "platform/x11/cCapturaX11.h"
 
@@ -38,14 +37,15 @@ Preparativos::Preparativos(cLog &elLog, const QString &programaMotor)
       servidor(Producto::Titulo) {}
 
 struct cAplicacion::Opciones {
-    Opciones(cRegistro &registro, cLog &log, const cVoces &voces, bool haySAPI5)
+    Opciones(cRegistro &registro, cLog &log, cGeneral &servicios, const cVoces &voces, bool haySAPI5)
         : general(registro, log),
           voz(registro, log, voces, haySAPI5),
           tipoLectura(registro, log),
           grabar(registro, log, rutas::LecturaWav()),
           teclasRap(registro, log),
           sonidosAviso(registro, log),
-          editoresTexto(registro, log) {}
+          editoresTexto(registro, log),
+          diccionario(servicios, rutas::CarpetaDatos()) {}
 
     cOpcGeneral general;
     cOpcVoz voz;
@@ -54,6 +54,7 @@ struct cAplicacion::Opciones {
     cOpcTeclasRap teclasRap;
     cOpcSonidosAviso sonidosAviso;
     cOpcEditoresTexto editoresTexto;
+    cOpcDiccionario diccionario;
 };
 
 struct cAplicacion::Lector {
@@ -112,6 +113,7 @@ struct cAplicacion::Lector {
           configuracion({.lector = colaboradores,
                          .form = form,
                          .registro = a.m_registro,
+                         .diccionario = o.diccionario,
                          .ayuda = a.m_superficie.Ayuda(),
                          .dialogo = a.m_dialogo,
                          .voces = a.m_voces,
@@ -297,14 +299,11 @@ void cAplicacion::EsperaVoces() {
     m_cola.EsperaBloqueando([this] { return p.tokens.Listos(); }, -1);
 }
 
-// The resident reader lives in its data folder, where its dictionary is.
+// The resident reader lives in its data folder.
 void cAplicacion::PreparaCarpetas() {
     const QString datos = rutas::CarpetaDatos();
     if (!QDir().mkpath(datos) || !QDir::setCurrent(datos))
         p.log.Escribe(QStringLiteral("Main: "), Fallo::De(Fallo::RutaNoEncontrada), datos);
-    const QString diccionario = datos + QStringLiteral("/diccionario.dat");
-    if (cGeneral::ExisteFichero(diccionario) && CargaDicc(QFile::encodeName(diccionario).constData()) != 1)
-        p.log.Escribe(QStringLiteral("Main: "), Fallo::De(Fallo::ErrorDeAcceso), diccionario);
 }
 
 void cAplicacion::ConectaSalida() {
@@ -348,7 +347,7 @@ void cAplicacion::ReuneVoces() {
     m_voces.RecogeVocesEquipo(&p.tokens, sinSAPI5, [this] { m_cola.DejaCorrer(); });
     if (m_voces.SAPI5Compatible() && !sinSAPI5)
         m_vozSAPI5 = std::make_unique<SpVoice>(m_canalSAPI5, p.tokens, m_cola, m_estadoVoz, p.log);
-    m_opciones = std::make_unique<Opciones>(m_registro, p.log, m_voces, m_vozSAPI5 != nullptr);
+    m_opciones = std::make_unique<Opciones>(m_registro, p.log, m_general, m_voces, m_vozSAPI5 != nullptr);
     // The worker of the family in use is there before the first text.
     (m_opciones->voz.EsIBM() ? m_canalIBM : m_canalSAPI5).Calienta();
 }

@@ -3,10 +3,12 @@
 #include "audio/ucOpcGrabar.h"
 #include "keys/ucOpcTeclasRap.h"
 #include "reader/EditoresTexto.h"
+#include "reader/PruebaConversion.h"
 #include "settings/SonidosAviso.h"
 #include "settings/ucOpcGeneral.h"
 #include "settings/ucOpcTipoLectura.h"
 #include "speech/ucOpcVoz.h"
+#include "text/ucOpcDiccionario.h"
 
 namespace ondalis {
 
@@ -68,6 +70,9 @@ void cVentanaConfiguracion::CreaPaginas() {
                                                         {.editoresTexto = Abre<EditoresTexto>(c.lector.editoresTexto),
                                                          .teclasLeeTeclado = [this] { AbreTeclasLeeTeclado(); }}));
     PonPagina(Pagina::Grabar, new ucOpcGrabar(c.lector.opcGrabar, c.dialogo));
+    PonPagina(Pagina::Diccionario, new ucOpcDiccionario(c.diccionario, c.lector.general, [this](const QString &texto) {
+                  PruebaConversion(c.lector, c.form, texto);
+              }));
     PonPagina(Pagina::TeclasRap, new ucOpcTeclasRap(c.lector.opcTeclasRap, c.lector.tecla, c.lector.general));
 }
 

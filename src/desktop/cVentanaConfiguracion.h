@@ -12,6 +12,7 @@
 #include "reader/cPruebaVoz.h"
 #include "settings/cDialogoFichero.h"
 #include "settings/pagina/DialogoOpciones.h"
+#include "text/cOpcDiccionario.h"
 
 namespace ondalis {
 
@@ -21,6 +22,7 @@ public:
         const ColaboradoresPrincipal &lector;
         cFormPrincipal &form;
         cRegistro &registro;
+        cOpcDiccionario &diccionario;
         cAyuda &ayuda;
         cDialogoFichero &dialogo;
         const cVoces &voces;

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <optional>
+#include <utility>
 
 #include "libs/ondalis_dicc.h"
 
@@ -24,6 +25,11 @@ public:
     ~Descriptor() { Cierra(); }
     Descriptor(const Descriptor &) = delete;
     Descriptor &operator=(const Descriptor &) = delete;
+    Descriptor(Descriptor &&otro) noexcept : m_fd(std::exchange(otro.m_fd, -1)) {}
+    Descriptor &operator=(Descriptor &&otro) noexcept {
+        std::swap(m_fd, otro.m_fd);
+        return *this;
+    }
     int Get() const { return m_fd; }
     bool Valido() const { return m_fd >= 0; }
     bool Cierra() {
@@ -34,6 +40,60 @@ public:
 
 private:
     int m_fd;
+};
+
+std::string CarpetaDe(const std::string &ruta) {
+    const std::size_t barra = ruta.rfind('/');
+    return barra == ruta.npos ? "." : ruta.substr(0, barra + 1);
+}
+
+// A file beside its destination that becomes it, or goes. Where the file system can, it has no name until then: a
+// process killed meanwhile leaves nothing behind.
+class Temporal {
+public:
+    explicit Temporal(const std::string &destino) : m_plantilla(destino + ".XXXXXX"), m_fichero(Abre(destino)) {
+        if (m_fichero.Valido()) return;
+        m_nombre = m_plantilla;
+        m_fichero = Descriptor(mkostemp(m_nombre.data(), O_CLOEXEC));
+        if (!m_fichero.Valido()) m_nombre.clear();
+    }
+    ~Temporal() {
+        if (!m_nombre.empty()) unlink(m_nombre.c_str());
+    }
+    Temporal(const Temporal &) = delete;
+    Temporal &operator=(const Temporal &) = delete;
+    int Get() const { return m_fichero.Get(); }
+    // Puts the file in the place of `destino`, all at once.
+    bool PasaA(const std::string &destino) {
+        if (m_nombre.empty() && !DaNombre()) return false;
+        if (!m_fichero.Cierra() || rename(m_nombre.c_str(), destino.c_str()) != 0) return false;
+        m_nombre.clear();
+        return true;
+    }
+
+private:
+    static Descriptor Abre(const std::string &destino) {
+        return Descriptor(open(CarpetaDe(destino).c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0600));
+    }
+    // A name that is free: one is made and given up again at once, until nobody has taken it meanwhile.
+    bool DaNombre() {
+        const std::string enlace = "/proc/self/fd/" + std::to_string(m_fichero.Get());
+        constexpr int kIntentos = 100;
+        for (int i = 0; i < kIntentos; ++i) {
+            std::string nombre = m_plantilla;
+            const Descriptor libre(mkostemp(nombre.data(), O_CLOEXEC));
+            if (!libre.Valido() || unlink(nombre.c_str()) != 0) return false;
+            if (linkat(AT_FDCWD, enlace.c_str(), AT_FDCWD, nombre.c_str(), AT_SYMLINK_FOLLOW) == 0) {
+                m_nombre = nombre;
+                return true;
+            }
+            if (errno != EEXIST) return false;
+        }
+        return false;
+    }
+
+    std::string m_plantilla, m_nombre;  // no name: none yet, or none any more
+    Descriptor m_fichero;
 };
 
 bool EsUtf8(std::string_view texto) {
@@ -176,9 +236,7 @@ mode_t Permisos(const std::string &ruta) {
 
 // So that a crash of the machine doesn't bring the old name back. Where folders can't be synced nothing is lost.
 void SincronizaCarpeta(const std::string &ruta) {
-    const std::size_t barra = ruta.rfind('/');
-    const std::string carpeta = barra == ruta.npos ? "." : ruta.substr(0, barra + 1);
-    const Descriptor abierta(open(carpeta.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const Descriptor abierta(open(CarpetaDe(ruta).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (abierta.Valido()) fsync(abierta.Get());
 }
 
@@ -216,15 +274,10 @@ bool EscribeFicheroDicc(const std::string &ruta, const std::vector<EntradaDicc> 
     // What couldn't be read isn't in the table: it is kept beside the new file, as a damaged one is.
     if (access(destino.c_str(), F_OK) == 0 && access(destino.c_str(), R_OK) != 0 && !ApartaFichero(destino))
         return false;
-    std::string temporal = destino + ".XXXXXX";
-    Descriptor fichero(mkostemp(temporal.data(), O_CLOEXEC));
-    if (!fichero.Valido()) return false;
-    const bool escrito = EscribeTodo(fichero.Get(), contenido) && fchmod(fichero.Get(), Permisos(destino)) == 0 &&
-                         fsync(fichero.Get()) == 0;
-    if (!fichero.Cierra() || !escrito || rename(temporal.c_str(), destino.c_str()) != 0) {
-        unlink(temporal.c_str());
-        return false;
-    }
+    Temporal temporal(destino);
+    const int fd = temporal.Get();
+    if (fd < 0 || !EscribeTodo(fd, contenido) || fchmod(fd, Permisos(destino)) != 0 || fsync(fd) != 0) return false;
+    if (!temporal.PasaA(destino)) return false;
     SincronizaCarpeta(destino);
     return true;
 }

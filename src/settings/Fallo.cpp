@@ -18,6 +18,7 @@ QString Descripcion(int numero) {
         case Fallo::ErrorDeAcceso: return QStringLiteral("Error de acceso a la ruta o al archivo");
         case Fallo::RutaNoEncontrada: return QStringLiteral("No se encontró la ruta");
         case Fallo::VentanaModal: return QStringLiteral("Hay una ventana modal abierta");
+        case Fallo::ClaveYaAsociada: return QStringLiteral("Esta clave ya está asociada a un elemento de la lista");
         case Fallo::SintaxisDeEtiquetas: return QStringLiteral("Sintaxis de etiquetas no válida");
         default: return QStringLiteral("Error definido por la aplicación");
     }

@@ -22,6 +22,7 @@ struct Fallo {
         ErrorDeAcceso = 75,
         RutaNoEncontrada = 76,
         VentanaModal = 401,
+        ClaveYaAsociada = 457,
         SintaxisDeEtiquetas = static_cast<int>(0x80045042u),  // SAPI 5: the text's markup is refused
     };
 

@@ -1,10 +1,16 @@
 #include "settings/cRegistro.h"
 
+#include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QMetaType>
+#include <QSaveFile>
 #include <QSettings>
+#include <QStringDecoder>
 #include <map>
+
+#include "libs/candado.h"
 
 namespace ondalis {
 
@@ -46,10 +52,58 @@ std::optional<QString> ATextoPlano(const QVariant &valor) {
     return texto.remove(QChar::Null);
 }
 
+// Escapes what makes a line go on in the next one: its quotes when one is left open, a backslash at its end. True when
+// there were such lines.
+bool CierraLineas(QByteArray &texto) {
+    bool cambiado = false;
+    QByteArrayList lineas = texto.split('\n');
+    for (QByteArray &linea : lineas) {
+        if (linea.trimmed().startsWith(';')) continue;
+        const QByteArray retorno = linea.endsWith('\r') ? QByteArrayLiteral("\r") : QByteArray();
+        linea.chop(retorno.size());
+        QByteArray escapada;
+        int comillas = 0;
+        bool colgada = false;
+        for (qsizetype i = 0; i < linea.size(); ++i) {
+            if (linea[i] == '"') {
+                ++comillas;
+                escapada += '\\';
+            }
+            escapada += linea[i];
+            if (linea[i] != '\\') continue;
+            colgada = i + 1 == linea.size();
+            escapada += colgada ? '\\' : linea[++i];
+        }
+        if (comillas % 2 != 0)
+            linea = escapada;
+        else if (colgada)
+            linea += '\\';
+        cambiado = cambiado || comillas % 2 != 0 || colgada;
+        linea += retorno;
+    }
+    if (cambiado) texto = lineas.join('\n');
+    return cambiado;
+}
+
+bool EsUtf8SinNulos(const QByteArray &texto) {
+    if (texto.contains('\0')) return false;
+    QStringDecoder lector(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    [[maybe_unused]] const QString leido = lector(texto);
+    return !lector.hasError();
+}
+
 }  // namespace
 
 struct cRegistro::Almacenes {
+    // What is known of a file as it was when it was last looked at.
+    struct Visto {
+        QDateTime fecha;
+        qint64 tamano = -1;
+        bool extrano = false;  // in another encoding: what QSettings writes isn't what stood there
+    };
     std::map<std::pair<bool, QString>, std::unique_ptr<QSettings>> abiertos;
+    std::map<QString, Visto> vistos;
+    bool atascado = false;  // the last lock wasn't had in time
 };
 
 cRegistro::cRegistro(cLog &log, QString carpetaAutoarranque)
@@ -65,21 +119,69 @@ QSettings &cRegistro::Almacen(const QString &raiz, const QString &ruta) {
             ruta.section(QLatin1Char('\\'), 0, 0), ruta.section(QLatin1Char('\\'), 1));
         almacen->setFallbacksEnabled(false);
     }
+    Revisa(almacen->fileName());
     almacen->sync();  // sees what another process or the user's editor has written
     return *almacen;
 }
 
-void cRegistro::ApartaSiEstaDanado(QSettings &almacen, const QString &procedimiento) {
-    if (almacen.status() != QSettings::FormatError || !QFileInfo::exists(almacen.fileName())) return;
+// A quote that is left open makes QSettings take all that follows for one value, up to the next quote, and a backslash
+// at a line's end swallows the next line: such lines are mended before they are read, and the file as it was is kept.
+void cRegistro::Revisa(const QString &fichero) {
+    constexpr qint64 kMaxTamano = 16 * 1024 * 1024;
+    const QFileInfo datos(fichero);
+    if (!datos.isFile() || datos.size() > kMaxTamano) return;
+    Almacenes::Visto &visto = m_almacenes->vistos[fichero];
+    if (visto.fecha == datos.lastModified() && visto.tamano == datos.size()) return;
+    QFile entrada(fichero);
+    if (!entrada.open(QIODevice::ReadOnly)) return;
+    QByteArray texto = entrada.readAll();
+    entrada.close();
+    visto = {datos.lastModified(), datos.size(), !EsUtf8SinNulos(texto)};
+    const QString procedimiento = QStringLiteral("cRegistro.Lee: ");
+    if (!CierraLineas(texto)) return;
+    QLockFile candado(fichero + QStringLiteral(".lock"));
+    if (!CandadoLibre(fichero, procedimiento) || !candado.tryLock(0)) return;
+    Aparta(fichero, procedimiento);
+    QSaveFile salida(fichero);
+    if (salida.open(QIODevice::WriteOnly) && salida.write(texto) == texto.size()) salida.commit();
+}
+
+// QSettings would wait for its lock without end.
+bool cRegistro::CandadoLibre(const QString &fichero, const QString &procedimiento) {
+    constexpr int kEsperaMs = 1000;
+    const QString ruta = fichero + QStringLiteral(".lock");
+    if (!QFileInfo::exists(ruta)) return true;
+    SueltaCandadoHuerfano(QFile::encodeName(ruta).constData());
+    QLockFile candado(ruta);
+    candado.setStaleLockTime(0);
+    // Somebody who holds it and hangs costs one wait, not one for each value.
+    if (candado.tryLock(m_almacenes->atascado ? 0 : kEsperaMs)) {
+        m_almacenes->atascado = false;
+        return true;
+    }
+    if (candado.error() != QLockFile::LockFailedError) return true;  // QSettings will say so
+    m_almacenes->atascado = true;
+    m_log.Escribe(procedimiento, Fallo::De(Fallo::PermisoDenegado), ruta);
+    return false;
+}
+
+void cRegistro::Aparta(const QString &fichero, const QString &procedimiento) {
     for (int i = 1;; ++i) {
-        const QString copia = almacen.fileName() + QStringLiteral(".%1.mal").arg(i);
+        const QString copia = fichero + QStringLiteral(".%1.mal").arg(i);
         if (QFileInfo::exists(copia)) continue;
-        const bool copiado = QFile::copy(almacen.fileName(), copia);
+        const bool copiado = QFile::copy(fichero, copia);
         m_log.Escribe(procedimiento, (copiado ? QStringLiteral("Configuración dañada, copia en ")
                                               : QStringLiteral("Configuración dañada, imposible copiarla a ")) +
                                          copia);
         return;
     }
+}
+
+void cRegistro::ApartaSiEstaDanado(QSettings &almacen, const QString &procedimiento) {
+    const QString fichero = almacen.fileName();
+    if (almacen.status() != QSettings::FormatError && !m_almacenes->vistos[fichero].extrano) return;
+    if (QFileInfo::exists(fichero)) Aparta(fichero, procedimiento);
+    m_almacenes->vistos.erase(fichero);
 }
 
 bool cRegistro::Guarda(const QString &raiz, const QString &ruta, const QString &procedimiento) {
@@ -96,6 +198,7 @@ bool cRegistro::Guarda(const QString &raiz, const QString &ruta, const QString &
 
 bool cRegistro::Salva(const QString &raiz, const QString &ruta, const QString &seccion, const QString &nombre,
                       const QString &valor) {
+    const QString procedimiento = QStringLiteral("cRegistro.Salva: ");
     if (nombre.isEmpty()) return false;
     QSettings &almacen = Almacen(raiz, ruta);
     QString clave = nombre;
@@ -107,9 +210,10 @@ bool cRegistro::Salva(const QString &raiz, const QString &ruta, const QString &s
     } else if (!seccion.isEmpty()) {
         clave = Presente(almacen.childGroups(), seccion).value_or(seccion) + QLatin1Char('/') + nombre;
     }
+    if (!CandadoLibre(almacen.fileName(), procedimiento)) return false;
     // A null text must not become an invalid value.
     almacen.setValue(clave, valor.isNull() ? QStringLiteral("") : valor);
-    return Guarda(raiz, ruta, QStringLiteral("cRegistro.Salva: "));
+    return Guarda(raiz, ruta, procedimiento);
 }
 
 std::optional<QString> cRegistro::Busca(const QString &raiz, const QString &ruta, const QString &seccion,
@@ -127,7 +231,9 @@ QString cRegistro::Lee(const QString &raiz, const QString &ruta, const QString &
 
 bool cRegistro::Borra(const QString &raiz, const QString &ruta, const std::optional<QString> &seccion,
                       const std::optional<QString> &nombre) {
+    const QString procedimiento = QStringLiteral("cRegistro.Borra: ");
     QSettings &almacen = Almacen(raiz, ruta);
+    if (!CandadoLibre(almacen.fileName(), procedimiento)) return false;
     QStringList claves;
     if (nombre) {
         while (const auto clave = ClavePresente(almacen, seccion.value_or(QString()), *nombre)) {
@@ -151,7 +257,7 @@ bool cRegistro::Borra(const QString &raiz, const QString &ruta, const std::optio
         }
     }
     if (claves.isEmpty()) return false;
-    return Guarda(raiz, ruta, QStringLiteral("cRegistro.Borra: "));
+    return Guarda(raiz, ruta, procedimiento);
 }
 
 std::optional<bool> cRegistro::ABooleano(const QString &texto) {

@@ -65,6 +65,9 @@ public:
 private:
     QSettings &Almacen(const QString &raiz, const QString &ruta);
     bool Guarda(const QString &raiz, const QString &ruta, const QString &procedimiento);
+    bool CandadoLibre(const QString &fichero, const QString &procedimiento);
+    void Revisa(const QString &fichero);
+    void Aparta(const QString &fichero, const QString &procedimiento);
     void ApartaSiEstaDanado(QSettings &almacen, const QString &procedimiento);
     QString FicheroAutoarranque(const QString &nombre) const;
 

@@ -48,7 +48,7 @@ class Reglas:
 
     def angulo(self, capa, nombre):
         if capa == 'libs':  # the C++ library, and POSIX files
-            if nombre in ('fcntl.h', 'unistd.h', 'sys/stat.h', 'sys/types.h'):
+            if nombre in ('fcntl.h', 'unistd.h', 'sys/file.h', 'sys/stat.h', 'sys/types.h'):
                 return True
             base = nombre[:-2] if nombre.endswith('.h') else nombre
             return '/' not in nombre and (base in ESTANDAR_C or not nombre.endswith('.h')) and not QT.match(nombre)
