@@ -130,16 +130,21 @@ def recorre(oyente, pulsa, ventana, tope=150):
 
 
 def _recorre_opciones(oyente, pulsa, rutas):
-    """Of a group of radio buttons Tab meets one: the arrows meet the others."""
+    """Of a group of radio buttons Tab meets one: the arrows meet the others, below it and above."""
     vistos = []
-    while True:
-        antes = oyente.sucesos()[1]
-        pulsa('Down')
-        foco = oyente.espera_foco(antes, 0.6)
-        if foco is None or foco[2] in rutas:
-            return vistos
-        vistos.append(foco)
-        rutas.add(foco[2])
+    for tecla in ('Down', 'Up'):
+        for _ in range(12):
+            antes = oyente.sucesos()[1]
+            pulsa(tecla)
+            foco = oyente.espera_foco(antes, 0.6)
+            if foco is None or foco[1] != 'radio button':
+                break
+            if foco[2] not in rutas:
+                vistos.append(foco)
+                rutas.add(foco[2])
+            elif tecla == 'Down':
+                break
+    return vistos
 
 
 def inalcanzables(ventana, vistos):

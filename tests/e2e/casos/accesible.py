@@ -234,7 +234,7 @@ def orca_dice_la_ventana_su_pagina_y_cada_control_al_que_llega_el_teclado():
         b.arranca_lector()
         _doble_click(b)
         _espera_abierta(b)
-        time.sleep(1)
+        time.sleep(3)  # the window and its page are said
         llegados = []
         for n in range(12):
             antes = b.oyente.sucesos()[1]

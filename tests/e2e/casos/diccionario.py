@@ -43,6 +43,7 @@ def _abre_pagina(b):
     _doble_click(b)
     _espera_abierta(b)
     b.tecla('End')
+    b.tecla('Up')  # the last but one
     time.sleep(0.3)
 
 
@@ -76,7 +77,7 @@ def una_entrada_tecleada_y_aceptada_se_oye_en_la_lectura_siguiente():
         b.espera_silencio()
         assert b.termina_lector() == 0
         b.arranca_lector()
-        t = b.copia('otro gato que pasa por aquí mismo', espera_dueno=False)
+        t = b.copia('otro gato que pasa por aquí mismo')
         b.espera_palabra(7, desde=t)
 
 
@@ -150,6 +151,7 @@ def _retratos_de_la_pagina(nombre, **entorno):
         _doble_click(b)
         ventana = _espera_abierta(b)
         b.tecla('End')
+        b.tecla('Up')
         time.sleep(0.3)
         _retrata(b, f'diccionario-{nombre}-abierta')
         b.tecla('Tab')
@@ -230,6 +232,6 @@ def con_ajustes_disparatados_el_lector_arranca_y_lee():
                 # Without sounds the recording holds the words only; it stands behind all the nonsense.
                 f.write(b'[%General]\nUtilizaSonidos=False\n')
             b.arranca_lector()
-            t = b.copia(texto_tonos(20 + vuelta, 6), espera_dueno=False)
+            t = b.copia(texto_tonos(20 + vuelta, 6))
             b.espera_palabra(20 + vuelta, desde=t)
             assert b.termina_lector() == 0, disparate

@@ -150,8 +150,9 @@ def las_teclas_de_inicio_se_eligen_en_su_ventana():
         _doble_click(b)
         _espera_abierta(b)
         b.tecla('ctrl+Tab')
+        b.tecla('ctrl+Tab')
         time.sleep(0.3)
-        for _ in range(7):  # the seventh control that can be used is the link
+        for _ in range(8):  # the eighth control that can be used is the link
             b.tecla('Tab')
         b.tecla('space')
         espera(lambda: _activa(b).startswith('Teclas que inician la lectura'), 10, que='the window of the keys')

@@ -159,7 +159,7 @@ def una_tecla_que_tiene_otro_programa_queda_en_el_diario_y_se_toma_cuando_la_sue
 @caso
 def la_pagina_de_grabar_se_rellena_y_se_guarda_con_el_teclado():
     with Banco(ajustes=FRESCA) as b:
-        _abre_pagina(b, 2)
+        _abre_pagina(b, 3)
         _teclas(b, 'Tab', 'Tab', 'space')  # CheckGrabar
         _teclas(b, 'Tab', 'Tab', 'Down')  # the format, then "Asíncrono"
         b.tecla('Tab')
@@ -177,7 +177,7 @@ def la_pagina_de_grabar_se_rellena_y_se_guarda_con_el_teclado():
 @caso
 def el_fichero_de_audio_se_elige_en_el_dialogo_con_el_teclado():
     with Banco(ajustes=FRESCA) as b:
-        _abre_pagina(b, 2)
+        _abre_pagina(b, 3)
         _teclas(b, 'Tab', 'Tab', 'space', 'Tab', 'm')  # "MP3"
         _teclas(b, 'Tab', 'Tab', 'space')  # NomFichero, Examinar
         espera(lambda: _activa(b).startswith('Abrir'), 10, que='the file dialog')
@@ -205,7 +205,7 @@ def sigterm_con_un_mensaje_o_el_dialogo_de_ficheros_abierto_termina_bien():
         b.lector.send_signal(signal.SIGTERM)
         assert b.lector.wait(5) == 0
         b.arranca_lector()
-        _abre_pagina(b, 2)
+        _abre_pagina(b, 3)
         _teclas(b, 'Tab', 'Tab', 'space', 'Tab', 'Tab', 'Tab', 'Tab', 'space')
         espera(lambda: _activa(b).startswith('Abrir'), 10, que='the file dialog')
         b.lector.send_signal(signal.SIGTERM)
@@ -219,7 +219,7 @@ def _retrata_paginas(nombre, entorno, oscuro=False):
             with open(os.path.join(b.escritorio.entorno['XDG_CONFIG_HOME'], 'kdeglobals'), 'w', encoding='utf-8') as f:
                 f.write(OSCURO)
         b.arranca_lector()
-        x, y, ancho, alto = _abre_pagina(b, 2)[1:]
+        x, y, ancho, alto = _abre_pagina(b, 3)[1:]
         assert x >= 0 and y >= 0 and x + ancho <= 1280 and y + alto <= 800, (x, y, ancho, alto)
         time.sleep(0.3)
         _retrata(b, f'grabar-{nombre}')
