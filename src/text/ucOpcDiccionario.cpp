@@ -105,7 +105,7 @@ QTreeView *ucOpcDiccionario::CreaLista() {
     m_modelo = new cModeloDiccionario(m_filas, this);
     auto *lista = new ListaEntradas;
     lista->setObjectName(QStringLiteral("ListaDiccionario"));
-    lista->setAccessibleName(QStringLiteral("Diccionario"));
+    lista->setAccessibleName(QStringLiteral("Entradas del diccionario"));
     lista->setModel(m_modelo);
     lista->setRootIsDecorated(false);
     lista->setUniformRowHeights(true);  // without it each of thousands of rows is measured

@@ -84,8 +84,11 @@ def _abre_lo_que_abra(b, boton):
     b.tecla('space')
     fin = time.monotonic() + 1.0
     nuevas = set()
-    while not nuevas and time.monotonic() < fin:
+    # A window may be listed a moment before its title is; one that never has a title is found below.
+    while not any(nuevas) and time.monotonic() < fin:
         nuevas = b.titulos() - antes
+    if any(nuevas):
+        nuevas -= {''}
     b.sigue_vivo()
     for titulo in nuevas:
         time.sleep(0.3)  # painted, with its focus
