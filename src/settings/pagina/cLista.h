@@ -13,6 +13,7 @@ public:
     cLista(const char *nombre, const QString &rotulo, QWidget *padre = nullptr);
 
 protected:
+    bool event(QEvent *evento) override;
     void wheelEvent(QWheelEvent *evento) override;
 };
 

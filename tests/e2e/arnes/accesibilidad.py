@@ -175,11 +175,19 @@ def _cliente(aplicacion):
     Atspi.init()
     estado = {'todos': 0, 'focos': 0, 'foco': None}
 
+    def nombre_de(objeto):
+        """A list that drops down has its chosen entry as name; a screen reader says the labels it belongs to before."""
+        if objeto.get_role_name() == 'combo box':
+            for relacion in objeto.get_relation_set():
+                if relacion.get_relation_type() == Atspi.RelationType.LABELLED_BY:
+                    return ' '.join(relacion.get_target(i).get_name() for i in range(relacion.get_n_targets()))
+        return objeto.get_name() or ''
+
     def suceso(e, *_):
         estado['todos'] += 1
         try:
             objeto = e.source
-            nombre, rol = objeto.get_name(), objeto.get_role_name()
+            nombre, rol = nombre_de(objeto), objeto.get_role_name()
             objeto.get_state_set().get_states()
             objeto.get_description()
             objeto.get_index_in_parent()
@@ -205,7 +213,7 @@ def _cliente(aplicacion):
         oyente.register(clase)
 
     def arbol(objeto, hondo=0):
-        nodo = {'nombre': objeto.get_name() or '', 'rol': objeto.get_role_name(),
+        nodo = {'nombre': nombre_de(objeto), 'rol': objeto.get_role_name(),
                 'estados': [s.value_nick for s in objeto.get_state_set().get_states()],
                 'descripcion': objeto.get_description() or '', 'hijos': []}
         if hondo < 30:
