@@ -45,7 +45,7 @@ void cAspereza::Pon(double aspereza) {
 }
 
 void cAspereza::Pasa(std::span<float> muestras) {
-    if (m_objetivo == 0 && m_hondura == 0) return;
+    if (!Activa()) return;
     for (float &m : muestras) {
         m_hondura += m_subida * (m_objetivo - m_hondura);
         m_memoria[m_escrita & (kMemoria - 1)] = m;

@@ -15,6 +15,7 @@ public:
     // 0 to 100; taken up within some milliseconds, without a click. At 0 the sound passes as it is.
     void Pon(double aspereza);
 
+    bool Activa() const { return m_objetivo != 0 || m_hondura != 0; }  // else Pasa changes nothing
     // In place. The sound comes later by 0.7 ms at most. The same for the same calls on a new object.
     void Pasa(std::span<float> muestras);
 
