@@ -181,7 +181,8 @@ def lupa():
 def _configuracion(nombre, tema, puntos, rotulo, boton, dialogo):
     """The page of that caption, or the dialog that its button opens."""
     escala = puntos // 96
-    with Lectora(TODO | CENTRADA, arranca=False, motor='real', tamano=f'{1280 * escala}x{800 * escala}') as b:
+    grabar = {'Grabar': TODO['Grabar'] | {'NombreFichero': '/home/ana/Música/Lectura.wav'}}
+    with Lectora(TODO | CENTRADA | grabar, arranca=False, motor='real', tamano=f'{1280 * escala}x{800 * escala}') as b:
         _fondo(b)
         viste(b.escritorio, tema, puntos)
         b.arranca_lector()
