@@ -338,7 +338,7 @@ def un_disco_lleno_en_el_temporal_se_dice_y_lo_que_cupo_se_oye():
 
             def es_la_siguiente():
                 try:
-                    return len(abre_wav(b.ruta('Lectura.wav'))[0]) < len(x)
+                    return b.ficheros() == ['Lectura.wav'] and len(abre_wav(b.ruta('Lectura.wav'))[0]) < len(x)
                 except FileNotFoundError:  # between the deletion of the one and the arrival of the other
                     return False
             espera(es_la_siguiente, que='the next recording')
