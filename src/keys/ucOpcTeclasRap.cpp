@@ -71,6 +71,11 @@ void ucOpcTeclasRap::PonOrden(QGridLayout &rejilla, const Orden &orden) {
     rejilla.addWidget(etiqueta, fila, 0);
     rejilla.addWidget(modificador, fila, 1);
     rejilla.addWidget(tecla, fila, 2);
+    // On the accessibility bus a list's name is its chosen entry; what tells lists apart is their label, and this one's
+    // is out of sight.
+    auto *oculta = new QLabel(tecla->accessibleName(), tecla->parentWidget());
+    oculta->setBuddy(tecla);
+    oculta->hide();
 }
 
 void ucOpcTeclasRap::PonPalabras(QGridLayout &rejilla, const QString &rotulo, cDeslizador *palabras) {

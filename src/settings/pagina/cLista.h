@@ -13,7 +13,6 @@ public:
     cLista(const char *nombre, const QString &rotulo, QWidget *padre = nullptr);
 
 protected:
-    bool event(QEvent *evento) override;
     void wheelEvent(QWheelEvent *evento) override;
 };
 
