@@ -77,6 +77,24 @@ TEST_F(ucOpcTeclasRapTest, TheTwelveListsHoldTheModifiersAndTheKeys) {
     }
 }
 
+// The accessibility bus names a list by its chosen entry, and six of them would sound alike.
+TEST_F(ucOpcTeclasRapTest, EachKeyListHasOneLabelOutOfSightThatTellsItApart) {
+    QStringList textos;
+    for (const char *nombre : {"Activar", "Pausa", "Detener", "Repetir", "Avanzar", "Retroceder"}) {
+        const QComboBox &lista = Lista(qPrintable(QStringLiteral("Tecla") + QLatin1String(nombre)));
+        int suyas = 0;
+        for (const QLabel *etiqueta : lista.parentWidget()->findChildren<QLabel *>(Qt::FindDirectChildrenOnly)) {
+            if (etiqueta->buddy() != &lista) continue;
+            ++suyas;
+            textos << etiqueta->text();
+            EXPECT_TRUE(etiqueta->isHidden()) << nombre;
+        }
+        EXPECT_EQ(suyas, 1) << nombre;
+    }
+    textos.removeDuplicates();
+    EXPECT_EQ(textos.size(), 6);
+}
+
 TEST_F(ucOpcTeclasRapTest, TheLabelsAreTheGivenOnesAndLeadToTheirControls) {
     const auto comprueba = [&](const QString &texto, const char *control) {
         bool hay = false;
