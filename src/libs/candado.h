@@ -4,8 +4,9 @@
 namespace ondalis {
 
 // Takes away a lock file that nobody holds any more, whatever it says of its holder: a crash of the machine leaves one
-// without its text, another machine's one with a name that can't be asked. One that is there for less than two seconds
-// is left alone: its maker may be about to lock it. Harmless when there is none.
+// without its text, a kill between making and writing it an empty one, another machine's one has a name that can't be
+// asked. One that is there for less than 200 ms is left alone: its maker may be about to lock it. Harmless when there
+// is none.
 void SueltaCandadoHuerfano(const char *ruta);
 
 }  // namespace ondalis

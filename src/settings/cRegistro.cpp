@@ -1,6 +1,7 @@
 #include "settings/cRegistro.h"
 
 #include <QDateTime>
+#include <QDeadlineTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QLockFile>
@@ -8,6 +9,7 @@
 #include <QSaveFile>
 #include <QSettings>
 #include <QStringDecoder>
+#include <algorithm>
 #include <map>
 
 #include "libs/candado.h"
@@ -148,17 +150,21 @@ void cRegistro::Revisa(const QString &fichero) {
 
 // QSettings would wait for its lock without end.
 bool cRegistro::CandadoLibre(const QString &fichero, const QString &procedimiento) {
-    constexpr int kEsperaMs = 1000;
+    constexpr int kEsperaMs = 1000, kTramoMs = 100;
     const QString ruta = fichero + QStringLiteral(".lock");
     if (!QFileInfo::exists(ruta)) return true;
-    SueltaCandadoHuerfano(QFile::encodeName(ruta).constData());
     QLockFile candado(ruta);
     candado.setStaleLockTime(0);
-    // Somebody who holds it and hangs costs one wait, not one for each value.
-    if (candado.tryLock(m_almacenes->atascado ? 0 : kEsperaMs)) {
-        m_almacenes->atascado = false;
-        return true;
-    }
+    // Somebody who holds it and hangs costs one wait, not one for each value. Looking again and again finds the lock of
+    // a process that was killed a moment ago, too young to be told from one just made.
+    QDeadlineTimer plazo(m_almacenes->atascado ? 0 : kEsperaMs);
+    do {
+        SueltaCandadoHuerfano(QFile::encodeName(ruta).constData());
+        if (candado.tryLock(static_cast<int>(std::min<qint64>(plazo.remainingTime(), kTramoMs)))) {
+            m_almacenes->atascado = false;
+            return true;
+        }
+    } while (candado.error() == QLockFile::LockFailedError && !plazo.hasExpired());
     if (candado.error() != QLockFile::LockFailedError) return true;  // QSettings will say so
     m_almacenes->atascado = true;
     m_log.Escribe(procedimiento, Fallo::De(Fallo::PermisoDenegado), ruta);

@@ -146,6 +146,13 @@ TEST_F(PercancesRegistro, ALockThatNobodyHoldsStopsNoWriting) {
     }
 }
 
+// A kill between making the lock and writing it leaves an empty one, and the next process starts at once.
+TEST_F(PercancesRegistro, AnEmptyLockOfAProcessJustKilledLosesNoValue) {
+    RegistroPropio::Escribe(p.FicheroUsuario() + ".lock", QByteArray());
+    EXPECT_TRUE(p.Salva("Voz", "Velocidad", "200"));
+    EXPECT_EQ(LeeDeNuevo(p, "Voz", "Velocidad"), "200");
+}
+
 TEST_F(PercancesRegistro, AProcessThatHoldsTheLockAndHangsStopsNobodyForLong) {
     ASSERT_TRUE(p.Salva("Voz", "Velocidad", "100"));
     QLockFile ajeno(p.FicheroUsuario() + ".lock");
