@@ -67,14 +67,16 @@ def _comprueba(o, pulsa, titulo):
 
 def _ve_a(b, nombres):
     """Tab until one of those names has the focus."""
+    camino = []
     for _ in range(150):
         foco = b.oyente.foco()
         if foco and foco[0] in nombres:
             return
+        camino.append(foco and foco[0])
         antes = b.oyente.sucesos()[1]
         b.tecla('Tab')
         assert b.oyente.espera_foco(antes), f'Tab leads nowhere, seeking {nombres}'
-    raise AssertionError(f'{nombres} never had the focus')
+    raise AssertionError(f'{nombres} never had the focus; met: {camino}')
 
 
 def _abre_lo_que_abra(b, boton):
