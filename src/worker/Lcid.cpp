@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 
 namespace ondalis {
 
@@ -50,6 +51,25 @@ std::string LcidDeLengua(std::string_view bcp47) {
         lengua.resize(guion == std::string::npos ? 0 : guion);
     }
     return {};
+}
+
+std::string IdiomaDeLcid(std::string_view lcids) {
+    const auto numero = [](std::string_view t) {
+        unsigned valor = 0;
+        std::from_chars(t.data(), t.data() + t.size(), valor, 16);
+        return valor;
+    };
+    constexpr unsigned kPrimaria = 0x3FF;  // of the bits of an identifier: the language without region
+    const unsigned lcid = numero(lcids);
+    std::string_view exacta, lengua;
+    for (const Fila &fila : kFilas) {
+        if (lcid == 0) break;
+        const unsigned suyo = numero(fila.lcid);
+        if (suyo == lcid && fila.lengua.size() > exacta.size()) exacta = fila.lengua;
+        if ((suyo & kPrimaria) == (lcid & kPrimaria) && (lengua.empty() || fila.lengua.size() < lengua.size()))
+            lengua = fila.lengua;
+    }
+    return std::string(exacta.empty() ? lengua : exacta);
 }
 
 }  // namespace ondalis

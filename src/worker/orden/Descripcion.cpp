@@ -5,6 +5,7 @@
 #include <charconv>
 #include <initializer_list>
 #include <set>
+#include <span>
 #include <utility>
 
 namespace ondalis {
@@ -126,11 +127,13 @@ Toma TomaDeLlamada(Descripcion &d, std::string_view clave, std::string_view v) {
     using R = RitmoOrden;
     if (clave == "fabricante") return Resultado(Texto(v, d.fabricante));
     if (clave == "programa") return Resultado(EsPrograma(v, d.programa));
-    if (clave == "argumentos") {
+    if (clave == "argumentos" || clave == "argumentos-palabras") {
         auto partes = ParteArgumentos(v);
-        if (partes) d.argumentos = std::move(*partes);
+        if (partes) (clave == "argumentos" ? d.argumentos : d.argumentosPalabras) = std::move(*partes);
         return Resultado(partes.has_value());
     }
+    if (clave == "tiempos")
+        return Elige(v, {{"segmentos", TiemposOrden::Segmentos}, {"palabras", TiemposOrden::Palabras}}, d.tiempos);
     if (clave == "entrada")
         return Elige(v, {{"estandar", E::Estandar}, {"argumento", E::Argumento}, {"fichero", E::Fichero}}, d.entrada);
     if (clave == "salida")
@@ -179,23 +182,41 @@ Toma TomaDeModelos(ModelosOrden &m, std::string_view clave, std::string_view v) 
     return Toma::Desconocida;
 }
 
-bool Contiene(const Descripcion &d, std::string_view hueco) {
-    return std::any_of(d.argumentos.begin(), d.argumentos.end(),
+bool Contiene(const std::vector<std::string> &argumentos, std::string_view hueco) {
+    return std::any_of(argumentos.begin(), argumentos.end(),
                        [hueco](const std::string &a) { return a.find(hueco) != std::string::npos; });
 }
-
-constexpr std::array<std::string_view, 6> kHuecos{"{voz}", "{modelo}", "{ritmo}", "{tono}", "{texto}", "{salida}"};
+bool Contiene(const Descripcion &d, std::string_view hueco) { return Contiene(d.argumentos, hueco); }
 
 // A placeholder that isn't ours would reach the program as it stands.
-bool HuecosConocidos(const Descripcion &d) {
-    for (const std::string &a : d.argumentos)
+bool HuecosConocidos(const std::vector<std::string> &argumentos, std::span<const std::string_view> huecos) {
+    for (const std::string &a : argumentos)
         for (std::size_t i = a.find('{'); i != std::string::npos; i = a.find('{', i + 1)) {
             const auto resto = std::string_view(a).substr(i);
-            const bool conocido = std::any_of(kHuecos.begin(), kHuecos.end(),
+            const bool conocido = std::any_of(huecos.begin(), huecos.end(),
                                               [resto](std::string_view h) { return resto.starts_with(h); });
             if (!conocido) return false;
         }
     return true;
+}
+
+constexpr std::array<std::string_view, 7> kHuecos{"{voz}",   "{modelo}", "{ritmo}",  "{tono}",
+                                                  "{texto}", "{salida}", "{tiempos}"};
+constexpr std::array<std::string_view, 3> kHuecosPalabras{"{voz}", "{modelo}", "{texto}"};
+
+std::string ReparoDeTiempos(const Descripcion &d) {
+    const bool hay = d.tiempos != TiemposOrden::Ninguno, aparte = Contiene(d, "{tiempos}");
+    if (!HuecosConocidos(d.argumentosPalabras, kHuecosPalabras))
+        return "«argumentos-palabras» contiene un hueco desconocido";
+    if (aparte && !hay) return "«{tiempos}» va con «tiempos», y sólo con él";
+    if (hay && !aparte && d.salida != SalidaOrden::Fichero)
+        return "«tiempos» necesita «salida = fichero» o el hueco «{tiempos}»";
+    if ((d.tiempos == TiemposOrden::Segmentos) != !d.argumentosPalabras.empty())
+        return "«argumentos-palabras» va con «tiempos = segmentos», y sólo con él";
+    if (!d.argumentosPalabras.empty() &&
+        (d.entrada != EntradaOrden::Estandar) != Contiene(d.argumentosPalabras, "{texto}"))
+        return "«argumentos-palabras» recibe el texto como «argumentos»";
+    return {};
 }
 
 // What single lines don't tell. Empty: all is well.
@@ -203,7 +224,7 @@ std::string Reparo(const Descripcion &d) {
     if (d.fabricante.empty()) return "falta «fabricante»";
     if (d.fabricante == "IBM") return "«IBM» es el fabricante de otra familia de voces";
     if (d.programa.empty()) return "falta «programa»";
-    if (!HuecosConocidos(d)) return "«argumentos» contiene un hueco desconocido";
+    if (!HuecosConocidos(d.argumentos, kHuecos)) return "«argumentos» contiene un hueco desconocido";
     if (d.voces.empty() && !d.modelos) return "no hay ninguna voz";
     if (d.modelos && (d.modelos->carpetas.empty() || d.modelos->terminacion.empty()))
         return "«[modelos]» necesita «carpetas» y «terminacion»";
@@ -225,7 +246,7 @@ std::string Reparo(const Descripcion &d) {
     if (d.modelos && d.formato == FormatoOrden::Crudo && d.hercios == 0 && d.modelos->acompana.empty())
         return "el formato crudo necesita «hercios» o «acompana»";
     if (d.plazoPrimeraMs > d.plazoMs) return "«plazo-primera-ms» pasa de «plazo-ms»";
-    return {};
+    return ReparoDeTiempos(d);
 }
 
 class Lector {

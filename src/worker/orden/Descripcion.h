@@ -15,6 +15,8 @@ enum class EntradaOrden { Estandar, Argumento, Fichero };
 enum class SalidaOrden { Estandar, Fichero };
 enum class FormatoOrden { Wav, Crudo };
 enum class RitmoOrden { Ninguno, Factor, Inverso, Palabras };  // what "{ritmo}" stands for
+// What the program tells of when each thing is said: segments of sound with their ends, or words with their starts.
+enum class TiemposOrden { Ninguno, Segmentos, Palabras };
 
 struct VozOrden {
     std::string id, nombre, lengua;  // lengua: hexadecimal LCIDs, "409;9"
@@ -39,7 +41,9 @@ struct Descripcion {
     EntradaOrden entrada = EntradaOrden::Estandar;
     SalidaOrden salida = SalidaOrden::Estandar;
     FormatoOrden formato = FormatoOrden::Wav;
-    std::uint32_t hercios = 0;  // of raw samples; 0: the model's companion file tells, or the WAV header
+    TiemposOrden tiempos = TiemposOrden::Ninguno;
+    std::vector<std::string> argumentosPalabras;  // Segmentos: of the call that tells each word's segments
+    std::uint32_t hercios = 0;                    // of raw samples; 0: the model's companion file tells, or the WAV header
     std::uint32_t canales = 1;  // of raw samples
     RitmoOrden ritmo = RitmoOrden::Ninguno;
     double ritmoMinimo = 1, ritmoMaximo = 1;  // factors of its normal pace that the program does by itself

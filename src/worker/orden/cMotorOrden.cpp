@@ -9,7 +9,10 @@
 #include <utility>
 
 #include "worker/cEstirador.h"
+#include "worker/orden/Alineacion.h"
 #include "worker/orden/EstimaPalabras.h"
+#include "worker/orden/Patron.h"
+#include "worker/orden/Tiempos.h"
 
 namespace ondalis {
 
@@ -23,6 +26,7 @@ constexpr milliseconds kPulso{300};  // the reader is told so often that work go
 constexpr std::uint32_t kHerciosSiNo = 22050;
 constexpr std::size_t kAdelante = 2;   // calls under way
 constexpr int kMaxFallosSeguidos = 3;  // then the rest won't come either
+constexpr milliseconds kPlazoAyuda{1000};
 constexpr double kVelocidadMinima = 20;
 constexpr double kEnfasisTono = 1.12, kEnfasisRitmo = .88, kEnfasisGanancia = 1.25;  // as in eSpeak NG's voices
 constexpr double kTonoLlano = 100;  // hertz of a request that stand for a voice's own pitch
@@ -44,6 +48,39 @@ std::string EnUnaLinea(std::string texto) {
         texto.begin(), texto.end(), [](unsigned char c) { return c < ' '; }, ' ');
     const std::size_t primera = texto.find_first_not_of(' ');
     return primera == std::string::npos ? std::string() : texto.substr(primera);
+}
+
+// The program's own text of each word.
+std::vector<std::string> PalabrasDe(const Pieza &pieza) {
+    std::vector<std::size_t> bytes;  // where each code point begins
+    for (std::size_t i = 0; i < pieza.utf8.size(); i++)
+        if ((static_cast<unsigned char>(pieza.utf8[i]) & 0xC0) != 0x80) bytes.push_back(i);
+    bytes.push_back(pieza.utf8.size());
+    std::vector<std::string> palabras;
+    for (std::size_t i = 0; i < pieza.fichas.size(); i++) {
+        const auto donde = [&](std::size_t k) { return bytes[std::min(k, bytes.size() - 1)]; };
+        const std::size_t desde = donde(pieza.fichas[i].inicioMotor);
+        const std::size_t hasta =
+            i + 1 < pieza.fichas.size() ? donde(pieza.fichas[i + 1].inicioMotor) : pieza.utf8.size();
+        palabras.push_back(EnUnaLinea(pieza.utf8.substr(desde, hasta - desde)));
+        palabras.back().resize(palabras.back().find_last_not_of(' ') + 1);
+    }
+    return palabras;
+}
+
+std::optional<std::vector<double>> PorSegmentos(std::string_view segmentos, std::string_view sonidos, double duracion,
+                                                const Pieza &pieza) {
+    const auto dichos = LeeSegmentos(segmentos, duracion);
+    const auto palabras = LeeSonidos(sonidos, pieza.fichas.size());
+    return dichos && palabras ? IniciosDePalabras(*dichos, *palabras) : std::nullopt;
+}
+
+std::optional<std::vector<double>> PorPalabras(std::string_view texto, double duracion, const Pieza &pieza) {
+    const auto dichos = LeePalabras(texto, duracion);
+    if (!dichos) return std::nullopt;
+    std::vector<std::vector<std::string>> palabras;
+    for (std::string &palabra : PalabrasDe(pieza)) palabras.push_back({std::move(palabra)});
+    return IniciosDePalabras(*dichos, palabras);
 }
 
 void Pasa(cEstirador &&estirador, std::vector<std::int16_t> &muestras) {
@@ -82,7 +119,8 @@ public:
     // Programs that work ahead are kept fed and read meanwhile.
     void Bombea() {
         for (Tarea &tarea : tareas)
-            if (tarea.proceso) tarea.proceso->Bombea(0);
+            for (const auto &proceso : {tarea.proceso.get(), tarea.ayuda.get()})
+                if (proceso) proceso->Bombea(0);
     }
     bool Vigente() {
         const auto ahora = Reloj::now();
@@ -208,22 +246,48 @@ void cMotorOrden::Encarga(Tarea &tarea) const {
     encargo.porEntrada = d.entrada == EntradaOrden::Estandar;
     encargo.textoEnFichero = d.entrada == EntradaOrden::Fichero;
     encargo.aFichero = d.salida == SalidaOrden::Fichero;
-    encargo.argumentos.push_back(m_motor.programa);
-    for (std::string a : d.argumentos) {
+    encargo.conTiempos = d.tiempos != TiemposOrden::Ninguno;
+    encargo.argumentos = Argumentos(d.argumentos, tarea, encargo.texto);
+    for (std::string &a : encargo.argumentos) {
         Cambia(a, "{ritmo}", d.ritmo == RitmoOrden::Palabras ? Cifras(suyo * d.palabrasMinuto, 0) : Cifras(ritmo, 3));
         Cambia(a, "{tono}", Cifras(std::clamp(tono, d.tonoMinimo, d.tonoMaximo), 1));
-        Cambia(a, "{voz}", tarea.voz->id);
-        Cambia(a, "{modelo}", tarea.voz->modelo);
-        if (d.entrada == EntradaOrden::Argumento) {
-            // A text that looks like an option isn't one.
-            std::string texto = encargo.texto;
-            if (a == "{texto}" && texto.starts_with('-')) texto.insert(0, " ");
-            Cambia(a, "{texto}", texto);
-        }
-        encargo.argumentos.push_back(std::move(a));
     }
     if (encargo.porEntrada) encargo.texto += '\n';
     tarea.proceso = cProcesoOrden::Lanza(std::move(encargo));
+    if (tarea.proceso) EncargaAyuda(tarea, suyo * d.palabrasMinuto);
+}
+
+std::vector<std::string> cMotorOrden::Argumentos(const std::vector<std::string> &plantilla, const Tarea &tarea,
+                                                 const std::string &texto) const {
+    std::vector<std::string> argumentos{m_motor.programa};
+    for (std::string a : plantilla) {
+        Cambia(a, "{voz}", tarea.voz->id);
+        Cambia(a, "{modelo}", tarea.voz->modelo);
+        // A text that looks like an option isn't one.
+        if (m_motor.descripcion.entrada == EntradaOrden::Argumento)
+            Cambia(a, "{texto}", a == "{texto}" && texto.starts_with('-') ? ' ' + texto : texto);
+        argumentos.push_back(std::move(a));
+    }
+    return argumentos;
+}
+
+// The words one by one for a program that names its sounds; else, for one that tells nothing, the pattern.
+void cMotorOrden::EncargaAyuda(Tarea &tarea, double palabrasMinuto) const {
+    const Descripcion &d = m_motor.descripcion;
+    Encargo encargo;
+    if (d.tiempos == TiemposOrden::Segmentos) {
+        for (const std::string &palabra : PalabrasDe(tarea.pieza)) encargo.texto += palabra + "\n\n";
+        encargo.porEntrada = d.entrada == EntradaOrden::Estandar;
+        encargo.textoEnFichero = d.entrada == EntradaOrden::Fichero;
+        encargo.argumentos = Argumentos(d.argumentosPalabras, tarea, encargo.texto);
+    } else if (auto argumentos = ArgumentosDePatron(tarea.voz->lengua, palabrasMinuto);
+               argumentos && d.tiempos == TiemposOrden::Ninguno) {
+        encargo.texto = tarea.pieza.utf8;
+        encargo.argumentos = std::move(*argumentos);
+    } else {
+        return;
+    }
+    tarea.ayuda = cProcesoOrden::Lanza(std::move(encargo));
 }
 
 bool cMotorOrden::Dice(Tarea &tarea, Vuelo &vuelo) const {
@@ -241,11 +305,11 @@ bool cMotorOrden::Dice(Tarea &tarea, Vuelo &vuelo) const {
         return vuelo.vivo;
     }
     Onda onda = Espera(tarea, vuelo);
-    tarea.proceso.reset();
     if (!vuelo.vivo) return false;
     if (onda.fallo.empty() && onda.muestras.empty()) onda.fallo = "no ha dado sonido";
     if (onda.fallo.empty()) {
         vuelo.fallos = 0;
+        EsperaAyuda(tarea, vuelo);
         return Emite(tarea, std::move(onda), vuelo);
     }
     if (!vuelo.Formato(Hercios(*tarea.voz))) return false;
@@ -263,6 +327,7 @@ Onda cMotorOrden::Espera(Tarea &tarea, Vuelo &vuelo) const {
     while (true) {
         proceso.Bombea(kMsVuelta);
         if (proceso.Acabado()) break;
+        if (tarea.ayuda) tarea.ayuda->Bombea(0);
         vuelo.Bombea();
         if (!vuelo.Vigente()) return {};
         if (proceso.Desbordado()) return {0, {}, "no deja de dar datos"};
@@ -287,9 +352,49 @@ Onda cMotorOrden::LaOnda(const Tarea &tarea) const {
     return LeeCruda(bytes, hercios, d.canales);
 }
 
+// It hurries where the program itself has ended: words told a little off are better than silence.
+void cMotorOrden::EsperaAyuda(Tarea &tarea, Vuelo &vuelo) const {
+    const auto desde = Reloj::now();
+    while (tarea.ayuda && !tarea.ayuda->Acabado()) {
+        tarea.ayuda->Bombea(kMsVuelta);
+        vuelo.Bombea();
+        if (!vuelo.Vigente() || tarea.ayuda->Desbordado() || Reloj::now() - desde > kPlazoAyuda) tarea.ayuda.reset();
+    }
+    if (tarea.ayuda && tarea.ayuda->Estado() != 0) tarea.ayuda.reset();
+}
+
+// The sample of the program's own sound at which each word begins.
+std::vector<std::uint64_t> cMotorOrden::Inicios(const Tarea &tarea, const Onda &onda) const {
+    const double duracion = static_cast<double>(onda.muestras.size()) / onda.hercios;
+    std::optional<std::vector<double>> segundos;
+    const auto texto = [](const std::vector<std::uint8_t> &bytes) {
+        return std::string_view(reinterpret_cast<const char *>(bytes.data()), bytes.size());
+    };
+    const std::string_view dicho = texto(tarea.proceso->Tiempos());
+    switch (m_motor.descripcion.tiempos) {
+        case TiemposOrden::Segmentos:
+            if (tarea.ayuda) segundos = PorSegmentos(dicho, texto(tarea.ayuda->Salida()), duracion, tarea.pieza);
+            break;
+        case TiemposOrden::Palabras: segundos = PorPalabras(dicho, duracion, tarea.pieza); break;
+        case TiemposOrden::Ninguno:
+            if (tarea.ayuda)
+                if (const auto patron = LeePatron(tarea.ayuda->Salida(), tarea.pieza))
+                    segundos = Alinea({patron->sonido, patron->hercios}, patron->inicios,
+                                      {onda.muestras, onda.hercios});
+            break;
+    }
+    const std::size_t n = tarea.pieza.fichas.size();
+    if (!segundos || segundos->size() != n)
+        return EstimaPalabras(tarea.pieza, onda.muestras, onda.hercios, LenguaDeLcid(tarea.voz->lengua));
+    std::vector<std::uint64_t> inicios(n);
+    for (std::size_t i = 0; i < n; i++)
+        inicios[i] = std::min(static_cast<std::uint64_t>((*segundos)[i] * onda.hercios), onda.muestras.size() - 1);
+    return inicios;
+}
+
 bool cMotorOrden::Emite(const Tarea &tarea, Onda &&onda, Vuelo &vuelo) const {
     if (!vuelo.Formato(onda.hercios)) return false;
-    const auto inicios = EstimaPalabras(tarea.pieza, onda.muestras, onda.hercios, LenguaDeLcid(tarea.voz->lengua));
+    const auto inicios = Inicios(tarea, onda);
     const std::size_t antes = onda.muestras.size();
     std::vector<std::int16_t> x = std::move(onda.muestras);
     if (std::abs(tarea.estirado - 1) > .01) Pasa(cEstirador(static_cast<int>(onda.hercios), tarea.estirado), x);

@@ -31,16 +31,22 @@ private:
         Pieza pieza;
         double estirado = 1;  // factor left to libsonic
         std::unique_ptr<cProcesoOrden> proceso;
+        std::unique_ptr<cProcesoOrden> ayuda;  // tells what the words' times are found by; may be null
     };
     class Vuelo;
 
     const VozOrden *Voz(const std::string &id) const;
     std::uint32_t Hercios(const VozOrden &voz) const;
     void Encarga(Tarea &tarea) const;
+    void EncargaAyuda(Tarea &tarea, double palabrasMinuto) const;
+    std::vector<std::string> Argumentos(const std::vector<std::string> &plantilla, const Tarea &tarea,
+                                        const std::string &texto) const;
     bool Siguiente(Vuelo &vuelo) const;
     bool TomaPieza(Vuelo &vuelo, const Paso &paso) const;
     bool Dice(Tarea &tarea, Vuelo &vuelo) const;
     Onda Espera(Tarea &tarea, Vuelo &vuelo) const;
+    void EsperaAyuda(Tarea &tarea, Vuelo &vuelo) const;
+    std::vector<std::uint64_t> Inicios(const Tarea &tarea, const Onda &onda) const;
     bool Emite(const Tarea &tarea, Onda &&onda, Vuelo &vuelo) const;
     Onda LaOnda(const Tarea &tarea) const;
 

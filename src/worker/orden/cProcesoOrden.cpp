@@ -22,7 +22,7 @@ namespace {
 
 constexpr std::size_t kMaxSalida = std::size_t{32} * 1024 * 1024;  // bytes of one piece: minutes of sound
 constexpr int kBuzon = 1 << 20;                 // of the pipe, so that a piece fits while another is sent
-constexpr int kTextoHijo = 3, kSalidaHijo = 4;  // its descriptors
+constexpr int kTextoHijo = 3, kSalidaHijo = 4, kTiemposHijo = 5;  // its descriptors
 constexpr int kLibres = 10;                     // ours stand above those
 
 void Cierra(int &descriptor) {
@@ -88,7 +88,7 @@ Guardian &ElGuardian() {
 }
 
 struct Extremos {
-    int entrada = -1, salida = -1, texto = -1, fichero = -1;  // the program's, above kLibres
+    int entrada = -1, salida = -1, texto = -1, fichero = -1, tiempos = -1;  // the program's, above kLibres
 };
 
 // Between fork and exec: nothing that allocates.
@@ -112,9 +112,11 @@ struct Extremos {
     dup2(nulo, STDERR_FILENO);
     close(kTextoHijo);
     close(kSalidaHijo);
+    close(kTiemposHijo);
     if (e.texto >= 0) dup2(e.texto, kTextoHijo);
     if (e.fichero >= 0) dup2(e.fichero, kSalidaHijo);
-    close_range(kSalidaHijo + 1, ~0u, 0);
+    if (e.tiempos >= 0) dup2(e.tiempos, kTiemposHijo);
+    close_range(kTiemposHijo + 1, ~0u, 0);
     execv(argumentos[0], argumentos);
     _exit(127);
 }
@@ -144,10 +146,22 @@ int HazFichero(const std::string &contenido) {
     return fichero;
 }
 
-void PonRuta(std::vector<std::string> &argumentos, const std::string &hueco, int descriptor) {
+// Whether it was there.
+bool PonRuta(std::vector<std::string> &argumentos, const std::string &hueco, int descriptor) {
+    bool hay = false;
     for (std::string &a : argumentos)
-        for (std::size_t i = a.find(hueco); i != std::string::npos; i = a.find(hueco))
+        for (std::size_t i = a.find(hueco); i != std::string::npos; i = a.find(hueco), hay = true)
             a.replace(i, hueco.size(), "/proc/self/fd/" + std::to_string(descriptor));
+    return hay;
+}
+
+std::vector<std::uint8_t> Contenido(int fichero, std::size_t maximo) {
+    struct stat estado {};
+    if (fichero < 0 || fstat(fichero, &estado) != 0) return {};
+    std::vector<std::uint8_t> bytes(std::min(static_cast<std::size_t>(estado.st_size), maximo));
+    const ssize_t n = pread(fichero, bytes.data(), bytes.size(), 0);
+    bytes.resize(n > 0 ? static_cast<std::size_t>(n) : 0);
+    return bytes;
 }
 
 }  // namespace
@@ -161,9 +175,14 @@ std::unique_ptr<cProcesoOrden> cProcesoOrden::Lanza(Encargo encargo) {
         bien = bien && (p->m_fichero = HazFichero({})) >= 0;
         suyos.fichero = p->m_fichero;
         PonRuta(encargo.argumentos, "{salida}", kSalidaHijo);
-    } else {
-        bien = bien && HazTubo(p->m_desdeEl, suyos.salida);
     }
+    const bool tiemposEnFichero = encargo.conTiempos && PonRuta(encargo.argumentos, "{tiempos}", kTiemposHijo);
+    if (tiemposEnFichero) {
+        bien = bien && (p->m_ficheroTiempos = HazFichero({})) >= 0;
+        suyos.tiempos = p->m_ficheroTiempos;
+    }
+    p->m_tiemposPorTubo = encargo.conTiempos && !tiemposEnFichero && encargo.aFichero;
+    if (!encargo.aFichero || p->m_tiemposPorTubo) bien = bien && HazTubo(p->m_desdeEl, suyos.salida);
     if (encargo.textoEnFichero) {
         bien = bien && (suyos.texto = HazFichero(encargo.texto)) >= 0;
         PonRuta(encargo.argumentos, "{texto}", kTextoHijo);
@@ -196,7 +215,7 @@ cProcesoOrden::~cProcesoOrden() {
         while (waitpid(m_pid, nullptr, 0) < 0 && errno == EINTR) {
         }
     }
-    for (int *d : {&m_fin, &m_haciaEl, &m_desdeEl, &m_fichero}) Cierra(*d);
+    for (int *d : {&m_fin, &m_haciaEl, &m_desdeEl, &m_fichero, &m_ficheroTiempos}) Cierra(*d);
 }
 
 void cProcesoOrden::Bombea(int esperaMs) {
@@ -227,8 +246,9 @@ void cProcesoOrden::Lee() {
         if (n < 0 && errno == EINTR) continue;
         if (n < 0 && errno == EAGAIN) return;
         if (n <= 0) return Cierra(m_desdeEl);
-        m_salida.insert(m_salida.end(), bytes.begin(), bytes.begin() + n);
-        m_desbordado = m_salida.size() > kMaxSalida;
+        std::vector<std::uint8_t> &destino = m_tiemposPorTubo ? m_tiempos : m_salida;
+        destino.insert(destino.end(), bytes.begin(), bytes.begin() + n);
+        m_desbordado = destino.size() > kMaxSalida;
     }
 }
 
@@ -236,14 +256,6 @@ void cProcesoOrden::MiraFichero() {
     struct stat estado {};
     if (m_fichero < 0 || m_hayFichero || fstat(m_fichero, &estado) != 0) return;
     m_hayFichero = estado.st_size > 0;
-}
-
-void cProcesoOrden::LeeFichero() {
-    struct stat estado {};
-    if (m_fichero < 0 || fstat(m_fichero, &estado) != 0) return;
-    m_salida.resize(std::min(static_cast<std::size_t>(estado.st_size), kMaxSalida));
-    const ssize_t n = pread(m_fichero, m_salida.data(), m_salida.size(), 0);
-    m_salida.resize(n > 0 ? static_cast<std::size_t>(n) : 0);
 }
 
 // The program has ended: what it left behind in its group goes as well, and what it has written is all there is.
@@ -254,7 +266,8 @@ void cProcesoOrden::Acaba() {
     }
     m_acabado = true;
     Lee();
-    LeeFichero();
+    if (m_fichero >= 0) m_salida = Contenido(m_fichero, kMaxSalida);
+    if (m_ficheroTiempos >= 0) m_tiempos = Contenido(m_ficheroTiempos, kMaxSalida);
 }
 
 }  // namespace ondalis

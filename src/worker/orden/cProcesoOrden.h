@@ -19,6 +19,9 @@ struct Encargo {
     bool porEntrada = true;  // the text goes to standard input; else "{texto}" is the path of a file with it
     bool aFichero = false;   // the bytes are taken from the file "{salida}", else from standard output
     bool textoEnFichero = false;
+    // A second channel for what the program tells of its sound: the file "{tiempos}" where an argument names it, else
+    // standard output, which then must not carry the bytes.
+    bool conTiempos = false;
 };
 
 class cProcesoOrden {
@@ -38,21 +41,22 @@ public:
     int Estado() const { return m_estado; }           // as of waitpid, once it has ended
     bool HaDadoAlgo() const { return !m_salida.empty() || m_hayFichero; }
     const std::vector<std::uint8_t> &Salida() const { return m_salida; }
+    const std::vector<std::uint8_t> &Tiempos() const { return m_tiempos; }  // once it has ended
 
 private:
     cProcesoOrden() = default;
     void Escribe();
     void Lee();
-    void LeeFichero();
     void MiraFichero();
     void Acaba();
 
     pid_t m_pid = -1;
     int m_fin = -1;  // pidfd
-    int m_haciaEl = -1, m_desdeEl = -1, m_fichero = -1;
+    int m_haciaEl = -1, m_desdeEl = -1, m_fichero = -1, m_ficheroTiempos = -1;
+    bool m_tiemposPorTubo = false;  // what comes from m_desdeEl
     std::string m_texto;
     std::size_t m_escritos = 0;
-    std::vector<std::uint8_t> m_salida;
+    std::vector<std::uint8_t> m_salida, m_tiempos;
     bool m_acabado = false, m_desbordado = false, m_hayFichero = false;
     int m_estado = 0;
 };
