@@ -24,7 +24,8 @@ public:
     // added to. Several utterances add up. The file exists from here on, with a header. 0 or errno, as
     // cFicheroWav::Abre. A file still open is closed before. Nothing of a speech that was stopped gets into it.
     [[nodiscard]] int Destina(const std::string &ruta, int hercios, cFicheroWav::Modo modo);
-    // Completes the file. 0, or the errno of the first thing that failed since Destina (ENOSPC...). Without a file: 0.
+    // Completes the file. Waits for the player's thread to let go of it first, so it may come from any thread but that
+    // one, or from a listener that it calls: an event's own thread holds nothing of the file then. 0, or the errno of the first thing that failed since Destina (ENOSPC...). Without a file: 0.
     [[nodiscard]] int Cierra();
     // The first failure so far, which may show a second of sound late; what comes after it is swallowed.
     int Error() const;

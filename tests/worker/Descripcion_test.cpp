@@ -85,6 +85,25 @@ TEST(Descripcion, PlaceholdersGoWithTheirKeys) {
     EXPECT_NE(con("{tono}", "tono-centro = 50\ntono-maximo = 20\n"), "");
 }
 
+TEST(Descripcion, TimesComeBesideTheSoundAndSegmentsWithTheWordsOwn) {
+    const auto con = [](const std::string &mas) {
+        return Fallo("[motor]\nfabricante = x\nprograma = x\n" + mas + "[voz a]\nnombre = A\nlengua = 409\n");
+    };
+    const std::string salida = "salida = fichero\nargumentos = {salida}\n", aparte = "argumentos = {tiempos}\n";
+    EXPECT_EQ(con(salida + "tiempos = palabras\n"), "");
+    EXPECT_EQ(con(aparte + "tiempos = palabras\n"), "");
+    EXPECT_EQ(con(salida + "tiempos = segmentos\nargumentos-palabras = -p\n"), "");
+    EXPECT_EQ(con("tiempos = palabras\n"), "«tiempos» necesita «salida = fichero» o el hueco «{tiempos}»");
+    EXPECT_EQ(con(aparte), "«{tiempos}» va con «tiempos», y sólo con él");
+    EXPECT_NE(con(salida + "tiempos = segmentos\n"), "");
+    EXPECT_NE(con(salida + "tiempos = palabras\nargumentos-palabras = -p\n"), "");
+    EXPECT_EQ(con(salida + "tiempos = segmentos\nargumentos-palabras = {ritmo}\n"),
+              "«argumentos-palabras» contiene un hueco desconocido");
+    EXPECT_EQ(con(salida + "tiempos = segmentos\nargumentos-palabras = {texto}\n"),
+              "«argumentos-palabras» recibe el texto como «argumentos»");
+    EXPECT_NE(con(salida + "tiempos = letras\n").find("valor no válido"), std::string::npos);
+}
+
 TEST(Descripcion, NulBadUtf8LongLinesAndHugeFilesAreRefused) {
     EXPECT_EQ(Fallo(std::string("[motor]\nprograma = a\0b\n", 21)), "línea 2: contiene un carácter nulo");
     for (const char *mala : {"\xC3", "\xC0\x80", "\xED\xA0\x80", "\xF5\x80\x80\x80", "\x80", "\xE2\x82"})

@@ -1,5 +1,6 @@
-// Running texts in the languages of the formant voices, for what is measured over whole texts. The calibration of the
-// speeds is measured on the first ones and tested on the others, which nothing was fitted to.
+// Running texts in the languages of the formant voices, for what is measured over whole texts. In English, German and
+// Italian the calibration of the speeds is measured on the first one; in Spanish and French on these and others. The
+// second one is for the tests: nothing was fitted to it.
 #pragma once
 
 #include <array>

@@ -13,11 +13,14 @@ namespace {
 struct Errores {
     std::vector<double> ms;
     void Suma(const Oido &verdad, const Oido &dicho) {
-        ASSERT_EQ(verdad.palabras.size(), dicho.palabras.size());
-        for (std::size_t i = 0; i < verdad.palabras.size(); i++) {
-            ASSERT_EQ(verdad.palabras[i].posicion, dicho.palabras[i].posicion);
-            ms.push_back(std::abs(static_cast<double>(verdad.palabras[i].muestra) / verdad.hercios -
-                                  static_cast<double>(dicho.palabras[i].muestra) / dicho.hercios) *
+        std::size_t k = 0;
+        for (const TramaPalabra &p : verdad.palabras) {
+            // eSpeak NG joins some short English words and signals one of them only.
+            while (k < dicho.palabras.size() && dicho.palabras[k].posicion < p.posicion) k++;
+            ASSERT_LT(k, dicho.palabras.size());
+            ASSERT_EQ(p.posicion, dicho.palabras[k].posicion);
+            ms.push_back(std::abs(static_cast<double>(p.muestra) / verdad.hercios -
+                                  static_cast<double>(dicho.palabras[k].muestra) / dicho.hercios) *
                          1000);
         }
     }
@@ -60,13 +63,8 @@ int PalabrasDelNominal(const char *idioma) {
     return v;
 }
 
-const char *MotorMedido() {
-    const char *otro = std::getenv("MOTOR_MEDIDO");
-    return otro ? otro : ONDALIS_MOTOR;
-}
-
-// The same engine as the pattern's, in another voice and at another pace than the pattern has.
-TEST(TiemposPalabras, OfAProgramThatTellsNothingTheyAreWithinATenthOfASecond) {
+// The pattern's own engine, in the pattern's voice and in another: its own word times are the truth.
+TEST(TiemposPalabras, OfAProgramThatTellsNothingNearlyAllAreWithinATenthOfASecond) {
     struct Caso {
         const char *idioma, *lcid;
     };
@@ -78,7 +76,7 @@ TEST(TiemposPalabras, OfAProgramThatTellsNothingTheyAreWithinATenthOfASecond) {
             const std::string argumentos = std::string("-v ") + caso.idioma + variante + " -s 156 --stdout";
             carpeta.Escribe("m/e.motor", "[motor]\nfabricante = P\nprograma = espeak-ng\nargumentos = " + argumentos +
                                              " --stdin\n[voz v]\nnombre = V\nlengua = " + caso.lcid + "\n");
-            cTrabajador exacto(ONDALIS_MOTOR), dicho(MotorMedido(), carpeta.Entorno());
+            cTrabajador exacto(ONDALIS_MOTOR), dicho(ONDALIS_MOTOR, carpeta.Entorno());
             Errores errores;
             const std::string_view propio = std::string_view(caso.idioma) == "gmw/en-US" ? "gmw/en" : caso.idioma;
             for (const TextosLengua &t : kTextos) {
@@ -93,11 +91,15 @@ TEST(TiemposPalabras, OfAProgramThatTellsNothingTheyAreWithinATenthOfASecond) {
                     }
             }
             errores.Imprime(std::string(caso.idioma) + variante);
+            // Seen: 96.7 to 100 % with the pattern's own voice, 93.9 to 99.4 % with the other.
+            EXPECT_GT(errores.Parte(100), *variante ? .93 : .96) << caso.idioma << variante;
+            EXPECT_LT(errores.Centil(.5), 30) << caso.idioma << variante;
+            EXPECT_LT(errores.Centil(1), 350) << caso.idioma << variante;
         }
     }
 }
 
-TEST(TiemposPalabras, FlitesOwnAgainstWhatWouldBeGuessed) {
+TEST(TiemposPalabras, OfAnotherEngineAgainstItsOwnTimesNearlyAllAreWithinATenthOfASecond) {
     if (access("/usr/bin/flite", X_OK) != 0) GTEST_SKIP() << "SKIP: flite is not installed";
     for (const char *voz : {"slt", "rms", "awb", "kal16", "kal"}) {
         CarpetaMotores carpeta;
@@ -109,12 +111,15 @@ TEST(TiemposPalabras, FlitesOwnAgainstWhatWouldBeGuessed) {
                         "argumentos = -voice {voz} --setf duration_stretch=1 -f {texto} -o {salida}\nmax-caracteres = "
                         "400\n[voz " +
                             std::string(voz) + "]\nnombre = V\nlengua = 409;9\n");
-        cTrabajador exacto(ONDALIS_MOTOR, carpeta.Entorno()), dicho(MotorMedido(), carpeta.Entorno());
+        cTrabajador exacto(ONDALIS_MOTOR, carpeta.Entorno()), dicho(ONDALIS_MOTOR, carpeta.Entorno());
         Errores errores;
         for (const std::u16string_view texto : {kTextos[1].calibracion, kTextos[1].prueba})
             for (const std::u16string &frase : Frases(texto))
                 errores.Suma(exacto.Di(Una(De("flite", voz), frase)), dicho.Di(Una(De("mudo", voz), frase)));
         errores.Imprime(std::string("flite ") + voz);
+        EXPECT_GT(errores.Parte(100), .97) << voz;  // seen: 97.7 to 99.6 %
+        EXPECT_LT(errores.Centil(.5), 30) << voz;
+        EXPECT_LT(errores.Centil(1), 350) << voz;
     }
 }
 

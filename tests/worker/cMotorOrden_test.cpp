@@ -87,6 +87,49 @@ TEST_F(cMotorOrden, TheProgramItselfSpeaksFasterAndHigherWhereItsDescriptionSays
     EXPECT_GT(TonoMediano(aguda.pcm, 22050), 1.2 * TonoMediano(normal.pcm, 22050));
 }
 
+constexpr const char *kPalabrasAparte = "argumentos = {tiempos}\ntiempos = palabras\nformato = crudo\nhercios = 8000\n";
+// A second of sound, and the times of "uno dos tres" by another road.
+std::string Cuenta(const std::string &tiempos) { return "printf '" + tiempos + "' >$1\n" + kPita; }
+
+TEST_F(cMotorOrden, WordsAreToldExactlyWhenTheProgramSaysTheyAre) {
+    m_carpeta.Motor("p", m_carpeta.Programa("p", Cuenta("0.125 uno\\n0.5 dos\\n0.75 tres\\n")), kPalabrasAparte);
+    const Oido oido = Di(Una(De("p"), u"Uno, dos. Tres"));
+    EXPECT_EQ(oido.error, "");
+    // Two sentences, each of which the program says with its three words.
+    ASSERT_EQ(oido.palabras.size(), 3u);
+    const Oido otro = Di(Una(De("p"), u"Uno, dos tres"));
+    ASSERT_EQ(otro.palabras.size(), 3u);
+    EXPECT_EQ(otro.palabras[0].muestra, 1000u);
+    EXPECT_EQ(otro.palabras[1].muestra, 4000u);
+    EXPECT_EQ(otro.palabras[2].muestra, 6000u);
+}
+
+TEST_F(cMotorOrden, TimesThatMakeNoSenseAreGuessedAsIfThereWereNone) {
+    for (const char *mal : {"", "basura\\n", "0.5 uno\\n0.1 dos\\n", "0 otro\\n0.5 texto\\n0.6 distinto\\n"}) {
+        m_carpeta.Motor("p", m_carpeta.Programa("p", Cuenta(mal)), kPalabrasAparte);
+        const Oido oido = Di(Una(De("p"), u"Uno, dos tres"));
+        EXPECT_EQ(oido.error, "") << mal;
+        EXPECT_EQ(oido.pcm.size(), 8000u);
+        ASSERT_EQ(oido.palabras.size(), 3u) << mal;
+        EXPECT_LT(oido.palabras.back().muestra, 8000u);
+    }
+}
+
+TEST_F(cMotorOrden, SegmentsOnStandardOutputAreJoinedWithTheWordsOwn) {
+    m_carpeta.Motor("p",
+                    m_carpeta.Programa("p",
+                                       "case $1 in palabras) cat >/dev/null; printf 'u n o\\nd o s\\n';; *)\n"
+                                       "cat >/dev/null; printf 'pau:0.1 u:0.2 n:0.3 o:0.4 pau:0.5 d:0.6 o:0.8 "
+                                       "pau:1.0\\n'\nhead -c 16000 /dev/zero | tr '\\0' '\\040' >$1;; esac\n"),
+                    "argumentos = {salida}\nsalida = fichero\ntiempos = segmentos\nargumentos-palabras = palabras\n"
+                    "formato = crudo\nhercios = 8000\n");
+    const Oido oido = Di(Una(De("p"), u"Uno dos"));
+    EXPECT_EQ(oido.error, "");
+    ASSERT_EQ(oido.palabras.size(), 2u);
+    EXPECT_EQ(oido.palabras[0].muestra, 800u);
+    EXPECT_EQ(oido.palabras[1].muestra, 4000u);
+}
+
 TEST_F(cMotorOrden, SpellingTellsEveryLetter) {
     m_carpeta.Motor("e", "espeak-ng", kEspeak);
     const std::u16string texto = u"Año, 3";

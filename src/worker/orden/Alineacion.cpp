@@ -18,35 +18,82 @@ constexpr double kMaxRazon = 4;            // of their lengths
 // makes pauses of its own.
 constexpr float kQuieta = 1.6F, kQuietaCallada = .25F;
 
+// The loudness tells more of where syllables are than any other feature; changes tell less than what changes.
+constexpr std::size_t kSonoridad = kRasgos / 2 - 1;
+constexpr float kPesoSonoridad = 5, kPesoCambio = .5F;
+// Throats of the pattern that are tried: a man's as it is, and as a woman or a deep voice would say it. Flite's slt
+// against a man's pattern: 92 % of the words within 100 ms; against one with a throat so much shorter 99 %.
+constexpr std::array kTallas{1.0, 1.15, .9};
+
 float Distancia(const std::array<float, kRasgos> &a, const std::array<float, kRasgos> &b) {
-    float suma = 0;
-    for (std::size_t i = 0; i < kRasgos; i++) suma += (a[i] - b[i]) * (a[i] - b[i]);
-    return std::sqrt(suma);
+    float propios = 0, cambios = 0;
+    for (std::size_t i = 0; i <= kSonoridad; i++) propios += (a[i] - b[i]) * (a[i] - b[i]);
+    for (std::size_t i = kSonoridad + 1; i < kRasgos; i++) cambios += (a[i] - b[i]) * (a[i] - b[i]);
+    const float sonoridad = a[kSonoridad] - b[kSonoridad];
+    return std::sqrt(propios + (kPesoSonoridad - 1) * sonoridad * sonoridad + kPesoCambio * cambios);
 }
 
 enum : std::uint8_t { kNada, kAmbos, kPatron, kSonido };
 
-}  // namespace
+// The cheapest way along both: what of the sound belongs to each frame of the pattern.
+struct Camino {
+    float coste = std::numeric_limits<float>::infinity();
+    std::vector<std::size_t> primero, ultimo;
+};
 
-std::vector<double> Alinea(const Habla &patron, std::span<const double> momentos, const Habla &sonido) {
-    const Espectro p = HazEspectro(patron.sonido, patron.hercios), s = HazEspectro(sonido.sonido, sonido.hercios);
+// A band around the straight line, row by row of the pattern.
+class Banda {
+public:
+    Banda(std::size_t n, std::size_t m)
+        : m_columnas(m),
+          m_razon(static_cast<double>(m) / static_cast<double>(n)),
+          m_ancho(std::max(kMinBanda, static_cast<std::size_t>(kBanda * static_cast<double>(m)))) {}
+    std::size_t Primera(std::size_t i) const {
+        const auto centro = static_cast<std::size_t>(static_cast<double>(i) * m_razon);
+        return centro > m_ancho ? std::min(centro - m_ancho, m_columnas - 1) : 0;
+    }
+    std::size_t Columnas() const { return std::min(2 * m_ancho + 1, m_columnas); }
+    // npos: outside.
+    std::size_t Sitio(std::size_t i, std::size_t j) const {
+        const std::size_t desde = Primera(i);
+        return j >= desde && j - desde < Columnas() ? i * Columnas() + j - desde : kFuera;
+    }
+    static constexpr std::size_t kFuera = static_cast<std::size_t>(-1);
+
+private:
+    std::size_t m_columnas;
+    double m_razon;
+    std::size_t m_ancho;
+};
+
+// Back along the steps from the last corner to the first.
+Camino Desanda(const std::vector<std::uint8_t> &pasos, const Banda &banda, std::size_t n, std::size_t m) {
+    Camino camino;
+    camino.primero.assign(n, 0);
+    camino.ultimo.assign(n, 0);
+    for (std::size_t i = n - 1, j = m - 1, visto = n; i + j > 0;) {
+        if (visto != i) camino.ultimo[i] = j;
+        visto = i;
+        camino.primero[i] = j;
+        const std::size_t sitio = banda.Sitio(i, j);
+        const std::uint8_t por = sitio == Banda::kFuera ? std::uint8_t{kNada} : pasos[sitio];
+        if (por == kNada) return {};
+        if (por != kSonido) i--;
+        if (por != kPatron) j--;
+    }
+    camino.primero[0] = 0;
+    return camino;
+}
+
+Camino Recorre(const Espectro &p, const Espectro &s) {
     const std::size_t n = p.tramas.size(), m = s.tramas.size();
-    if (n == 0 || m == 0 || n > kMaxTramas || m > kMaxTramas) return {};
-    const double razon = static_cast<double>(m) / static_cast<double>(n);
-    if (razon > kMaxRazon || razon < 1 / kMaxRazon) return {};
-
-    // A band around the straight line, row by row of the pattern.
-    const std::size_t ancho = std::max(kMinBanda, static_cast<std::size_t>(kBanda * static_cast<double>(m)));
-    const auto primera = [&](std::size_t i) {
-        const auto centro = static_cast<std::size_t>(static_cast<double>(i) * razon);
-        return centro > ancho ? std::min(centro - ancho, m - 1) : 0;
-    };
-    const std::size_t columnas = 2 * ancho + 1;
+    const Banda banda(n, m);
+    const std::size_t columnas = banda.Columnas();
     constexpr float kInfinito = std::numeric_limits<float>::infinity();
     std::vector<float> antes(columnas, kInfinito), ahora(columnas, kInfinito);
-    std::vector<std::uint8_t> camino(n * columnas, kNada);
+    std::vector<std::uint8_t> pasos(n * columnas, kNada);
     for (std::size_t i = 0; i < n; i++) {
-        const std::size_t desde = primera(i), anterior = i > 0 ? primera(i - 1) : 0;
+        const std::size_t desde = banda.Primera(i), anterior = i > 0 ? banda.Primera(i - 1) : 0;
         std::fill(ahora.begin(), ahora.end(), kInfinito);
         const auto arriba = [&](std::size_t j) {
             return j >= anterior && j - anterior < columnas ? antes[j - anterior] : kInfinito;
@@ -62,36 +109,53 @@ std::vector<double> Alinea(const Habla &patron, std::span<const double> momentos
             if (i > 0) prueba(arriba(j) + (p.callada[i] ? kQuietaCallada : kQuieta), kPatron);
             if (k > 0) prueba(ahora[k - 1] + (s.callada[j] ? kQuietaCallada : kQuieta), kSonido);
             const float lejos = Distancia(p.tramas[i], s.tramas[j]);
-            ahora[k] = mejor + (por == kAmbos || por == kNada ? lejos : lejos / 2);
-            camino[i * columnas + k] = por;
+            ahora[k] = mejor + (por == kPatron || por == kSonido ? lejos / 2 : lejos);
+            pasos[i * columnas + k] = por;
         }
         std::swap(antes, ahora);
     }
-    // Back along the way: the first and last frame of the sound for each frame of the pattern.
-    std::vector<std::size_t> primero(n, 0), ultimo(n, 0);
-    std::vector<bool> visto(n, false);
-    for (std::size_t i = n - 1, j = m - 1;;) {
-        if (!visto[i]) ultimo[i] = j;
-        visto[i] = true;
-        primero[i] = j;
-        const std::size_t desde = primera(i);
-        const std::uint8_t por = j >= desde && j - desde < columnas ? camino[i * columnas + j - desde]
-                                                                    : static_cast<std::uint8_t>(kNada);
-        if (por == kNada) break;
-        if (por != kSonido) i--;
-        if (por != kPatron) j--;
+    const std::size_t fin = banda.Sitio(n - 1, m - 1);
+    if (fin == Banda::kFuera) return {};
+    Camino camino = Desanda(pasos, banda, n, m);
+    if (!camino.primero.empty()) camino.coste = antes[fin - (n - 1) * columnas];
+    return camino;
+}
+
+// The frame of the sound, with a fraction, for one of the pattern.
+double Traslada(double trama, const Camino &camino, const Espectro &p, const Espectro &s) {
+    const std::size_t n = p.tramas.size();
+    trama = std::clamp(trama, 0.0, static_cast<double>(n - 1));
+    const auto i = static_cast<std::size_t>(trama);
+    // Behind a pause a thing begins when the pause ends.
+    std::size_t empieza = camino.primero[i];
+    while (empieza < camino.ultimo[i] && s.callada[empieza]) empieza++;
+    const double aqui = p.callada[i]                  ? static_cast<double>(camino.ultimo[i])
+                        : empieza > camino.primero[i] ? static_cast<double>(empieza)
+                                                      : static_cast<double>(camino.primero[i] + camino.ultimo[i]) / 2;
+    if (i + 1 >= n) return aqui;
+    return aqui + (trama - static_cast<double>(i)) * std::max(0.0, static_cast<double>(camino.ultimo[i + 1]) - aqui);
+}
+
+}  // namespace
+
+std::vector<double> Alinea(const Habla &patron, std::span<const double> momentos, const Habla &sonido) {
+    const Espectro s = HazEspectro(sonido.sonido, sonido.hercios);
+    Espectro mejor;
+    Camino camino;
+    for (const double talla : kTallas) {
+        Espectro p = HazEspectro(patron.sonido, patron.hercios, talla);
+        const std::size_t n = p.tramas.size(), m = s.tramas.size();
+        if (n == 0 || m == 0 || n > kMaxTramas || m > kMaxTramas) return {};
+        const double razon = static_cast<double>(m) / static_cast<double>(n);
+        if (razon > kMaxRazon || razon < 1 / kMaxRazon) return {};
+        Camino este = Recorre(p, s);
+        if (este.coste < camino.coste) camino = std::move(este), mejor = std::move(p);
     }
-    if (primero[0] != 0 || !visto[0]) return {};
+    if (camino.primero.empty()) return {};
     std::vector<double> salida;
     for (const double momento : momentos) {
-        const double trama = std::clamp(momento * 1000 / kMsTramaEspectro, 0.0, static_cast<double>(n - 1));
-        const auto i = static_cast<std::size_t>(trama);
-        // Behind a pause a thing begins when the pause ends.
-        const double aqui = p.callada[i] ? static_cast<double>(ultimo[i])
-                                         : static_cast<double>(primero[i] + ultimo[i]) / 2;
-        const double resto = trama - static_cast<double>(i);
-        const double donde = i + 1 < n ? aqui + resto * (static_cast<double>(ultimo[i + 1]) - aqui) : aqui;
-        salida.push_back(std::max(salida.empty() ? 0 : salida.back(), donde * kMsTramaEspectro / 1000));
+        const double donde = Traslada(momento * 1000 / kMsTramaEspectro, camino, mejor, s) * kMsTramaEspectro / 1000;
+        salida.push_back(std::max(salida.empty() ? 0 : salida.back(), donde));
     }
     return salida;
 }

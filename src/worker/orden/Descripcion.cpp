@@ -193,8 +193,8 @@ bool HuecosConocidos(const std::vector<std::string> &argumentos, std::span<const
     for (const std::string &a : argumentos)
         for (std::size_t i = a.find('{'); i != std::string::npos; i = a.find('{', i + 1)) {
             const auto resto = std::string_view(a).substr(i);
-            const bool conocido = std::any_of(huecos.begin(), huecos.end(),
-                                              [resto](std::string_view h) { return resto.starts_with(h); });
+            const bool conocido =
+                std::any_of(huecos.begin(), huecos.end(), [resto](std::string_view h) { return resto.starts_with(h); });
             if (!conocido) return false;
         }
     return true;

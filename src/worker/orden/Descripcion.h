@@ -43,7 +43,7 @@ struct Descripcion {
     FormatoOrden formato = FormatoOrden::Wav;
     TiemposOrden tiempos = TiemposOrden::Ninguno;
     std::vector<std::string> argumentosPalabras;  // Segmentos: of the call that tells each word's segments
-    std::uint32_t hercios = 0;                    // of raw samples; 0: the model's companion file tells, or the WAV header
+    std::uint32_t hercios = 0;  // of raw samples; 0: the model's companion file tells, or the WAV header
     std::uint32_t canales = 1;  // of raw samples
     RitmoOrden ritmo = RitmoOrden::Ninguno;
     double ritmoMinimo = 1, ritmoMaximo = 1;  // factors of its normal pace that the program does by itself

@@ -12,7 +12,7 @@ namespace {
 constexpr double kMsVentana = 25;
 constexpr std::size_t kBandas = 22, kCepstros = 12;
 constexpr double kHzBajo = 80, kHzAlto = 3800;
-constexpr double kSilencio = 1e-3;  // of the loud frames' power
+constexpr double kSilencio = 1e-2;  // of the loud frames' power
 constexpr double kSuelo = 1e-4;     // of the loudest band's power: below it all is silence alike
 
 double AMel(double hz) { return 1127 * std::log(1 + hz / 700); }
@@ -42,8 +42,8 @@ void Fourier(std::vector<std::complex<float>> &x) {
 
 class Analizador {
 public:
-    explicit Analizador(std::uint32_t hercios)
-        : m_ventana(static_cast<std::size_t>(hercios * kMsVentana / 1000)), m_hercios(hercios) {
+    Analizador(std::uint32_t hercios, double talla)
+        : m_ventana(static_cast<std::size_t>(hercios * kMsVentana / 1000)), m_hercios(hercios * talla) {
         std::size_t n = 1;
         while (n < m_ventana.size()) n <<= 1;
         m_x.resize(n);
@@ -59,13 +59,13 @@ public:
             const bool dentro = i < m_ventana.size() && k > 0 && k < static_cast<std::ptrdiff_t>(sonido.size());
             // High frequencies, which consonants differ in, weigh more.
             const auto j = static_cast<std::size_t>(k);
-            m_x[i] = dentro ? (static_cast<float>(sonido[j]) - .95F * static_cast<float>(sonido[j - 1])) * m_ventana[i]
-                            : 0;
+            m_x[i] =
+                dentro ? (static_cast<float>(sonido[j]) - .95F * static_cast<float>(sonido[j - 1])) * m_ventana[i] : 0;
         }
         Fourier(m_x);
         std::array<double, kBandas> bandas{};
         const double ancho = (AMel(kHzAlto) - AMel(kHzBajo)) / (kBandas + 1);
-        const double porRaya = static_cast<double>(m_hercios) / static_cast<double>(m_x.size());
+        const double porRaya = m_hercios / static_cast<double>(m_x.size());
         for (std::size_t raya = 1; raya < m_x.size() / 2; raya++) {
             const double donde = (AMel(static_cast<double>(raya) * porRaya) - AMel(kHzBajo)) / ancho;
             if (donde <= 0 || donde >= kBandas + 1) continue;
@@ -79,9 +79,18 @@ public:
 
 private:
     std::vector<float> m_ventana;
-    std::uint32_t m_hercios;
+    double m_hercios;
     std::vector<std::complex<float>> m_x;
 };
+
+std::array<std::array<double, kBandas>, kCepstros> Cosenos() {
+    std::array<std::array<double, kBandas>, kCepstros> cosenos{};
+    for (std::size_t c = 0; c < kCepstros; c++)
+        for (std::size_t b = 0; b < kBandas; b++)
+            cosenos[c][b] =
+                std::cos(std::numbers::pi * static_cast<double>(c + 1) * (static_cast<double>(b) + .5) / kBandas);
+    return cosenos;
+}
 
 void Iguala(std::vector<std::array<float, kRasgos>> &tramas, std::size_t rasgo) {
     double suma = 0, cuadrados = 0;
@@ -91,12 +100,23 @@ void Iguala(std::vector<std::array<float, kRasgos>> &tramas, std::size_t rasgo) 
     for (auto &t : tramas) t[rasgo] = static_cast<float>((t[rasgo] - media) / desvio);
 }
 
+// Means of nought and deviations of one, whatever the voice, the volume and the channel.
+void Pule(std::vector<std::array<float, kRasgos>> &tramas) {
+    constexpr std::size_t kPropios = kCepstros + 1;
+    static_assert(kRasgos == 2 * kPropios);
+    const std::size_t n = tramas.size();
+    for (std::size_t i = 0; i < n; i++)
+        for (std::size_t r = 0; r < kPropios; r++)
+            tramas[i][kPropios + r] = tramas[std::min(i + 2, n - 1)][r] - tramas[i < 2 ? 0 : i - 2][r];
+    for (std::size_t r = 0; r < kRasgos; r++) Iguala(tramas, r);
+}
+
 }  // namespace
 
-Espectro HazEspectro(std::span<const std::int16_t> sonido, std::uint32_t hercios) {
+Espectro HazEspectro(std::span<const std::int16_t> sonido, std::uint32_t hercios, double talla) {
     Espectro e;
     if (sonido.empty() || hercios < 8000) return e;
-    Analizador analizador(hercios);
+    Analizador analizador(hercios, talla);
     std::vector<std::array<double, kBandas>> bandas;
     std::vector<double> potencia;
     const double paso = hercios * kMsTramaEspectro / 1000;
@@ -110,27 +130,20 @@ Espectro HazEspectro(std::span<const std::int16_t> sonido, std::uint32_t hercios
     const auto alta = orden.begin() + static_cast<std::ptrdiff_t>(orden.size() * 9 / 10);
     std::nth_element(orden.begin(), alta, orden.end());
     const double suelo = std::max(*alta * kSuelo, 1.0);
-    const std::size_t n = bandas.size();
-    e.tramas.resize(n);
-    for (std::size_t i = 0; i < n; i++) {
+    e.tramas.resize(bandas.size());
+    const auto cosenos = Cosenos();
+    for (std::size_t i = 0; i < bandas.size(); i++) {
         std::array<double, kBandas> nivel{};
         for (std::size_t b = 0; b < kBandas; b++) nivel[b] = std::log(bandas[i][b] + suelo / kBandas);
         for (std::size_t c = 1; c <= kCepstros; c++) {
             double suma = 0;
-            for (std::size_t b = 0; b < kBandas; b++)
-                suma += nivel[b] * std::cos(std::numbers::pi * static_cast<double>(c) *
-                                            (static_cast<double>(b) + .5) / kBandas);
+            for (std::size_t b = 0; b < kBandas; b++) suma += nivel[b] * cosenos[c - 1][b];
             e.tramas[i][c - 1] = static_cast<float>(suma);
         }
         e.tramas[i][kCepstros] = static_cast<float>(std::log(potencia[i] + suelo));
         e.callada.push_back(potencia[i] < *alta * kSilencio);
     }
-    constexpr std::size_t kPropios = kCepstros + 1;
-    static_assert(kRasgos == 2 * kPropios);
-    for (std::size_t i = 0; i < n; i++)
-        for (std::size_t r = 0; r < kPropios; r++)
-            e.tramas[i][kPropios + r] = e.tramas[std::min(i + 2, n - 1)][r] - e.tramas[i < 2 ? 0 : i - 2][r];
-    for (std::size_t r = 0; r < kRasgos; r++) Iguala(e.tramas, r);
+    Pule(e.tramas);
     return e;
 }
 

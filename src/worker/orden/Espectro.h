@@ -16,7 +16,8 @@ struct Espectro {
     std::vector<bool> callada;                       // the frame is a silence
 };
 
-// Frame i has the sound around i·10 ms. Only what lies below 3800 hertz counts, which all rates have.
-Espectro HazEspectro(std::span<const std::int16_t> sonido, std::uint32_t hercios);
+// Frame i has the sound around i·10 ms. Only what lies below 3800 hertz counts, which all rates have. `talla` stretches
+// the frequencies, as if the speaker's throat were shorter by that factor.
+Espectro HazEspectro(std::span<const std::int16_t> sonido, std::uint32_t hercios, double talla = 1);
 
 }  // namespace ondalis

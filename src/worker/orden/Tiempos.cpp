@@ -12,8 +12,8 @@ namespace ondalis {
 namespace {
 
 constexpr std::size_t kMaxDichos = 4000;  // of a piece: more than ten minutes of speech
-constexpr double kHolgura = .5;     // seconds by which a line may miss the sound's end, for a pause left off
-constexpr double kMaxAjenos = .34;  // of the names: more that differ are another text
+constexpr double kHolgura = .5;           // seconds by which a line may miss the sound's end, for a pause left off
+constexpr double kMaxAjenos = .34;        // of the names: more that differ are another text
 
 // How programs call what isn't said.
 bool EsSilencio(std::string_view nombre) {
@@ -60,11 +60,15 @@ bool SonVocales(std::string_view a, std::string_view b) {
 
 std::string Llano(std::string_view palabra) {
     std::string llana;
-    for (const char c : palabra)
-        if (static_cast<unsigned char>(c) >= 0x80 || (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z'))
+    for (std::size_t i = 0; i < palabra.size(); i++) {
+        const char c = palabra[i];
+        if (c == '\xC2')
+            i++;  // the signs of Latin-1: no letters
+        else if (static_cast<unsigned char>(c) >= 0x80 || (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z'))
             llana += c;
         else if (c >= 'A' && c <= 'Z')
             llana += static_cast<char>(c - 'A' + 'a');
+    }
     return llana;
 }
 
@@ -93,13 +97,13 @@ std::optional<std::vector<Dicho>> LeeSegmentos(std::string_view texto, double du
     std::vector<Dicho> dichos;
     double base = 0;
     for (auto &linea : lineas) {
-        const double fin = linea.back().fin - falta;
+        const double fin = base + std::max(linea.back().fin - falta, 0.0);
         for (Dicho &d : linea) {
-            d.inicio += base;
-            d.fin += base;
+            d.inicio = std::min(d.inicio + base, fin);
+            d.fin = std::min(d.fin + base, fin);
             dichos.push_back(std::move(d));
         }
-        base += std::max(fin, 0.0);
+        base = fin;
     }
     return dichos;
 }
@@ -163,9 +167,8 @@ std::optional<std::vector<double>> IniciosDePalabras(const std::vector<Dicho> &d
             if (i > 0) mejor = std::min(mejor, coste[en(i - 1, j)] + kFalta);
             if (j > 0) mejor = std::min(mejor, coste[en(i, j - 1)] + kFalta);
             if (i > 0 && j > 0)
-                mejor = std::min(mejor, coste[en(i - 1, j - 1)] +
-                                            static_cast<float>(Diferencia(sonoros[i - 1]->nombre,
-                                                                          *suyos[j - 1].nombre)));
+                mejor = std::min(mejor, coste[en(i - 1, j - 1)] + static_cast<float>(Diferencia(sonoros[i - 1]->nombre,
+                                                                                                *suyos[j - 1].nombre)));
             coste[en(i, j)] = mejor;
         }
     if (coste[en(n, m)] > kMaxAjenos * static_cast<double>(std::max(n, m))) return std::nullopt;
@@ -173,8 +176,8 @@ std::optional<std::vector<double>> IniciosDePalabras(const std::vector<Dicho> &d
     std::vector<double> inicios(palabras.size(), -1);
     for (std::size_t i = n, j = m; i > 0 && j > 0;) {
         const float aqui = coste[en(i, j)];
-        const auto juntos = coste[en(i - 1, j - 1)] +
-                            static_cast<float>(Diferencia(sonoros[i - 1]->nombre, *suyos[j - 1].nombre));
+        const auto juntos =
+            coste[en(i - 1, j - 1)] + static_cast<float>(Diferencia(sonoros[i - 1]->nombre, *suyos[j - 1].nombre));
         if (aqui == juntos) {
             inicios[suyos[j - 1].palabra] = sonoros[i - 1]->inicio;
             i--, j--;

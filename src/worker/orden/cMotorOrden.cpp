@@ -379,8 +379,8 @@ std::vector<std::uint64_t> cMotorOrden::Inicios(const Tarea &tarea, const Onda &
         case TiemposOrden::Ninguno:
             if (tarea.ayuda)
                 if (const auto patron = LeePatron(tarea.ayuda->Salida(), tarea.pieza))
-                    segundos = Alinea({patron->sonido, patron->hercios}, patron->inicios,
-                                      {onda.muestras, onda.hercios});
+                    segundos =
+                        Alinea({patron->sonido, patron->hercios}, patron->inicios, {onda.muestras, onda.hercios});
             break;
     }
     const std::size_t n = tarea.pieza.fichas.size();

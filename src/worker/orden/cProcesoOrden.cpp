@@ -21,9 +21,9 @@ namespace ondalis {
 namespace {
 
 constexpr std::size_t kMaxSalida = std::size_t{32} * 1024 * 1024;  // bytes of one piece: minutes of sound
-constexpr int kBuzon = 1 << 20;                 // of the pipe, so that a piece fits while another is sent
+constexpr int kBuzon = 1 << 20;  // of the pipe, so that a piece fits while another is sent
 constexpr int kTextoHijo = 3, kSalidaHijo = 4, kTiemposHijo = 5;  // its descriptors
-constexpr int kLibres = 10;                     // ours stand above those
+constexpr int kLibres = 10;                                       // ours stand above those
 
 void Cierra(int &descriptor) {
     if (descriptor >= 0) close(descriptor);
