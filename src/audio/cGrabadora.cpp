@@ -58,6 +58,7 @@ cGrabadora::cGrabadora(const ColaboradoresGrabadora &colaboradores) : c(colabora
 }
 
 cGrabadora::~cGrabadora() {
+    m_muere = true;
     TerminaPendiente();
     c.timer.SetEnabled(false);
     c.timer.SetManejador({});
@@ -182,12 +183,16 @@ bool cGrabadora::ProduceIBM(const Peticion &peticion) {
     if (deFichero ? c.eci.HablaFichero(peticion.ficheroTexto, true, ruta, true)
                   : c.eci.Habla(peticion.texto, sincrono, ruta, true))
         return !sincrono;
+    CuentaFalloECI(true);
+    c.temporal.BorraVacio();
+    return false;
+}
+
+void cGrabadora::CuentaFalloECI(bool conMensaje) {
     // Its text is as long as the engine's buffer, whatever it tells.
     const QString error = c.eci.UltimoError().section(QChar(u'\0'), 0, 0);
     c.general.Log().Escribe(kProcedimiento, error);
-    c.general.VMsg(error);
-    c.temporal.BorraVacio();
-    return false;
+    if (conMensaje) c.general.VMsg(error);
 }
 
 void cGrabadora::ProduceSAPI5(const Peticion &peticion, int hercios) {
@@ -263,6 +268,7 @@ void cGrabadora::RemataDeFondo() {
     if (m_pendiente && m_pendiente->wav && c.temporal.EnOtroDisco(m_pendiente->destino) && !m_copia.valid()) {
         EmpiezaCopia(m_pendiente->destino);
         m_pendiente.reset();
+        if (c.eci.Fallida()) CuentaFalloECI(true);
     } else {
         TerminaPendiente();
     }
@@ -272,12 +278,17 @@ void cGrabadora::TerminaPendiente() {
     if (!m_pendiente && !m_copia.valid()) return;
     c.timer.SetEnabled(false);
     m_enCamino.clear();
-    c.general.Ejecuta(kProcedimiento, cGeneral::Aviso::SoloLog, [this] {
+    bool fallida = false;
+    c.general.Ejecuta(kProcedimiento, cGeneral::Aviso::SoloLog, [this, &fallida] {
         if (m_copia.valid()) return AcabaCopia();
         const Encargo encargo = *std::exchange(m_pendiente, std::nullopt);
         if (c.eci.EstaHablando()) c.eci.Cancela();
+        fallida = c.eci.Fallida();
+        if (fallida) c.temporal.BorraVacio();
         Remata(encargo);
     });
+    // Behind all the rest: while the message is open another recording may begin.
+    if (fallida) CuentaFalloECI(!m_muere);
 }
 
 void cGrabadora::Cancela() {

@@ -86,6 +86,7 @@ private:
     bool BorraTemporal();
     bool Anade(const Peticion &peticion) const;
     bool ProduceIBM(const Peticion &peticion);  // true: the engine goes on by itself
+    void CuentaFalloECI(bool conMensaje);
     void ProduceSAPI5(const Peticion &peticion, int hercios);
     Fallo Dicta(const Peticion &peticion);
     void Remata(const Encargo &encargo);
@@ -104,6 +105,7 @@ private:
     std::future<Fallo> m_copia;  // of the temporary to another file system, under way
     std::atomic<bool> m_copiada = false;
     bool m_grabando = false;
+    bool m_muere = false;  // nobody is shown a message any more
     bool m_cancelada = false;
 };
 

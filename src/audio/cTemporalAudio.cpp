@@ -18,6 +18,8 @@ namespace ondalis {
 
 namespace {
 
+constexpr off_t kCabecera = 44;  // of a WAV file
+
 QByteArray Bytes(const QString &ruta) { return QFile::encodeName(ruta); }
 
 Fallo DeErrno(int error) {
@@ -63,7 +65,8 @@ bool cTemporalAudio::Borra() {
 
 void cTemporalAudio::BorraVacio() {
     struct stat datos {};
-    if (m_descriptor >= 0 && fstat(m_descriptor, &datos) == 0 && datos.st_size == 0) Borra();
+    if (m_descriptor >= 0 && fstat(m_descriptor, &datos) == 0 && (datos.st_size == 0 || datos.st_size == kCabecera))
+        Borra();
 }
 
 Fallo cTemporalAudio::Prepara(bool adopta) {

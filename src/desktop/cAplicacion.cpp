@@ -254,7 +254,7 @@ ServicioECI cAplicacion::ServiciosDeECI() {
 std::unique_ptr<VozEnFichero> cAplicacion::CreaVozEnFichero() {
     if (!m_vozSAPI5) return nullptr;
     const auto creaCanal = [this](SalidaAudio &salida) {
-        return std::make_unique<cCanalMotor>(p.lanzadorFicheros, salida, m_reloj, p.tokens.Plazos());
+        return std::make_unique<cCanalMotor>(p.lanzadorFicheros, salida, m_reloj, p.tokens.Plazos().SinPrisa());
     };
     return std::make_unique<cVozEnFicheroSAPI5>(creaCanal, p.tokens, m_cola, p.log);
 }

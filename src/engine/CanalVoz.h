@@ -15,6 +15,7 @@ struct EventoMotor {
     Tipo tipo = Tipo::Fin;
     std::uint32_t posicion = 0;  // Palabra: source offset, UTF-16 units, 0-based
     std::uint32_t longitud = 0;  // Palabra: length in the source
+    bool perdida = false;        // Aviso: a part of the text is not spoken
     std::u16string texto;        // Marca: its name. Aviso: a line for the log (a restart, a clause skipped)
 };
 

@@ -48,7 +48,7 @@ void cBomba::Habla(Locucion locucion) {
     m_pausa = false;
     m_numero = locucion.numero;
     if (TamanoDeHabla(locucion) > kMaxTrama) {  // no worker would take it: it ends like a text with nothing to say
-        Avisa(u"La locución es demasiado larga");
+        Avisa(u"La locución es demasiado larga", true);
         locucion.tramos.clear();
     }
     m_recorrido.Empieza(std::move(locucion));
@@ -87,7 +87,7 @@ void cBomba::Pide() {
     m_formato = m_respondido = m_retenida = false;
     Calienta();
     if (!m_enlace) {
-        Avisa(u"No se puede iniciar el motor de voz");
+        Avisa(u"No se puede iniciar el motor de voz", true);
         Acaba();
         return;
     }
@@ -184,7 +184,7 @@ bool cBomba::Recibe(Trama &trama) {
         bien = m_recorrido.Marca(marca->muestra, std::move(marca->nombre));
     } else if (auto *error = std::get_if<TramaError>(&trama)) {
         if (!nuestra(error->numero)) return true;
-        Avisa(u"El motor de voz rechaza la locución: " + EnAscii(error->texto));
+        Avisa(u"El motor de voz rechaza la locución: " + EnAscii(error->texto), true);
     } else if (auto *fin = std::get_if<TramaFin>(&trama)) {
         if (!nuestra(fin->numero)) return true;
         if (m_recorrido.Sigue())
@@ -219,7 +219,7 @@ void cBomba::Falla(const char16_t *motivo) {
             Pide();
             break;
         case cRecorrido::Remedio::Salta:
-            Avisa(aviso + u"; se reinicia y se salta una frase");
+            Avisa(aviso + u"; se reinicia y se salta una frase", true);
             Pide();
             break;
         case cRecorrido::Remedio::Acaba:
@@ -227,7 +227,7 @@ void cBomba::Falla(const char16_t *motivo) {
             Acaba();
             break;
         case cRecorrido::Remedio::Abandona:
-            Avisa(aviso + u" demasiadas veces; se abandona la locución");
+            Avisa(aviso + u" demasiadas veces; se abandona la locución", true);
             Acaba();
             break;
     }
@@ -241,11 +241,12 @@ void cBomba::RevisaPlazo() {
     Falla(u"El motor de voz no responde");
 }
 
-void cBomba::Avisa(std::u16string texto) {
+void cBomba::Avisa(std::u16string texto, bool perdida) {
     if (m_avisos.size() >= kMaxAvisos) return;
     EventoMotor evento;
     evento.numero = m_numero;
     evento.tipo = EventoMotor::Tipo::Aviso;
+    evento.perdida = perdida;
     evento.texto = std::move(texto);
     m_avisos.push_back(std::move(evento));
 }

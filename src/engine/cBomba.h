@@ -69,7 +69,7 @@ private:
     void ArmaPlazo();
     bool Retenida();
     bool Terminada() const { return m_numero != 0 && !m_debe && m_reproductor.TodoOido(); }
-    void Avisa(std::u16string texto);
+    void Avisa(std::u16string texto, bool perdida = false);
 
     LanzadorMotor &m_lanzador;
     const Reloj &m_reloj;

@@ -1,7 +1,8 @@
 // The output of a channel whose speech goes into a WAV file: what is written counts as heard at once, so that
 // everything a live voice has (word events, restarts of the worker, limits) works for files too, at the engine's speed.
-// Brings the engine's rate to the file's. Operations of SalidaAudio come from the player's thread, the others from any
-// but the player's. No Qt.
+// Brings the engine's rate to the file's. Operations of SalidaAudio come from the player's thread, Destina and Cierra
+// from any: they wait until the player has done what it was told before, but not on its own thread, where its events
+// come. No Qt.
 #pragma once
 
 #include <memory>
@@ -24,8 +25,7 @@ public:
     // added to. Several utterances add up. The file exists from here on, with a header. 0 or errno, as
     // cFicheroWav::Abre. A file still open is closed before. Nothing of a speech that was stopped gets into it.
     [[nodiscard]] int Destina(const std::string &ruta, int hercios, cFicheroWav::Modo modo);
-    // Completes the file. Waits for the player's thread to let go of it first, so it may come from any thread but that
-    // one, or from a listener that it calls: an event's own thread holds nothing of the file then. 0, or the errno of the first thing that failed since Destina (ENOSPC...). Without a file: 0.
+    // Completes the file. 0, or the errno of the first thing that failed since Destina (ENOSPC...). Without a file: 0.
     [[nodiscard]] int Cierra();
     // The first failure so far, which may show a second of sound late; what comes after it is swallowed.
     int Error() const;

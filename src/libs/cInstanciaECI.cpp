@@ -112,6 +112,8 @@ bool cInstanciaECI::Habla(bool espera) {
         const std::lock_guard guarda(m_cerrojo);
         m_enFichero = std::exchange(m_conDestino, false);
         m_numero = numero;
+        m_perdida = false;
+        m_error.clear();
     }
     canal.Habla(std::move(locucion));
     if (!espera) return true;
@@ -148,6 +150,10 @@ std::string cInstanciaECI::UltimoError() const {
 
 void cInstanciaECI::EventoDeMotor(const EventoMotor &evento) {
     if (evento.tipo == EventoMotor::Tipo::Aviso) {
+        if (evento.perdida) {
+            const std::lock_guard guarda(m_cerrojo);
+            m_perdida = m_perdida || (m_enFichero && evento.numero == m_numero);
+        }
         m_servicio.avisa(evento.texto);
         return;
     }
@@ -171,9 +177,9 @@ void cInstanciaECI::EventoDeMotor(const EventoMotor &evento) {
 bool cInstanciaECI::CompletaFichero() {
     m_enFichero = false;
     const int error = m_servicio.salida->Cierra();
-    if (error == 0) return true;
+    if (error == 0 && !m_perdida) return true;
     m_fallida = m_numero;
-    m_error = Motivo(error);
+    m_error = error != 0 ? Motivo(error) : "El motor de voz no ha podido decir una parte del texto";
     return false;
 }
 

@@ -19,6 +19,8 @@ public:
     // Speaks a text held in memory, which may carry backquote annotations; otherwise as HablaFichero.
     virtual bool Habla(const QString &texto, bool sincrono, const QString &destino, bool avanzados) = 0;
     virtual bool EstaHablando() const = 0;
+    // Whether the last Habla that didn't wait, now at its end, has failed; told once. UltimoError has the reason then.
+    virtual bool Fallida() = 0;
     // Speaks the content of a text file. `sincrono`: returns when the speech has ended or was cancelled, which is no
     // failure. `destino`: WAV file to write, empty for the sound device. `avanzados`: with the five advanced values
     // set, else with the voice's own. False: failed, and UltimoError tells why.

@@ -52,6 +52,7 @@ constexpr std::array<Lengua, 13> kLenguas{{
     {2070, "`l7"},
 }};
 
+const QString kErrorLectura = QStringLiteral("Error al realizar la lectura");
 const QString kErrorTextoLeer = QStringLiteral("Error al establecer el texto para leer");
 
 }  // namespace
@@ -84,6 +85,7 @@ void cVozECI::SetAvanzados(std::int16_t tono, std::int16_t fluctuacion, std::int
 template <class F>
 bool cVozECI::Procedimiento(const QString &nombre, F &&cuerpo) {
     m_errorTexto.clear();
+    m_sinEsperar = false;
     m_eci.calla();
     m_eci.restaura();
     try {
@@ -100,6 +102,17 @@ bool cVozECI::Habla(const QString &texto, bool sincrono, const QString &destino,
         return Destina(destino, QStringLiteral("Error al establecer el fichero de grabación ")) &&
                AddTexto(Prefijo(avanzados) + QLatin1Char(' ') + texto, kErrorTextoLeer) && Lanza(sincrono);
     });
+}
+
+bool cVozECI::Fallida() {
+    if (!m_sinEsperar || EstaHablando()) return false;
+    m_sinEsperar = false;
+    std::array<char, ONDALIS_ECI_TAM_ERROR> bufer{};
+    m_eci.ultimoError(bufer.data());
+    if (bufer[0] == '\0') return false;
+    FallaECI(kErrorLectura);
+    m_log.Escribe(QStringLiteral("cVozECI.Habla: "), m_errorTexto);
+    return true;
 }
 
 bool cVozECI::HablaFichero(const QString &fichero, bool sincrono, const QString &destino, bool avanzados) {
@@ -148,7 +161,10 @@ bool cVozECI::LeeFichero(const QString &fichero, QString &texto) {
 }
 
 bool cVozECI::Lanza(bool sincrono) {
-    return m_eci.habla(sincrono ? 1 : 0) != 0 || FallaECI(QStringLiteral("Error al realizar la lectura"));
+    m_sinEsperar = m_eci.habla(sincrono ? 1 : 0) != 0;
+    if (!m_sinEsperar) return FallaECI(kErrorLectura);
+    m_sinEsperar = !sincrono;
+    return true;
 }
 
 // The operation's buffer becomes text whole: what lies behind the error's end stays part of it, 256 characters in all.

@@ -30,6 +30,7 @@ public:
     bool HablaFichero(const QString &fichero, bool sincrono, const QString &destino, bool avanzados) override;
     // For a file until it is complete on the disk.
     bool EstaHablando() const override { return m_eci.estaHablando() == 1; }
+    bool Fallida() override;
     QString UltimoError() const override;
 
 private:
@@ -53,6 +54,7 @@ private:
     std::int16_t m_aspereza = 0;
     std::int16_t m_diafonia = 0;
     std::int16_t m_tamCabeza = 0;
+    bool m_sinEsperar = false;  // the last speech went into a file without waiting, and wasn't asked about
     QString m_errorTexto;
 };
 

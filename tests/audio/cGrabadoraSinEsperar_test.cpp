@@ -32,6 +32,29 @@ TEST_F(cGrabadoraSinEsperarTest, WithoutWaitingAFailureIsToldAtOnceAndFinished) 
     EXPECT_FALSE(timer.Enabled());
 }
 
+TEST_F(cGrabadoraSinEsperarTest, AFailureSeenAtTheEndIsToldOnceAndFinished) {
+    opc.SetGrabaSincrono(false);
+    Graba("hola");
+    eci.hablando = false;
+    eci.fallaAlFinal = true;
+    eci.error = QString("Error al realizar la lectura\r\nDisco lleno") + QString(200, QChar(u'\0'));
+    timer.Vence();
+    EXPECT_EQ(Cajas(), QStringList("cVozECI: Error al realizar la lectura\r\nDisco lleno"));
+    EXPECT_EQ(LineasCon("Disco lleno]"), 1);
+    EXPECT_EQ(Lee("Lectura.wav"), "hola");
+    EXPECT_FALSE(timer.Enabled());
+}
+
+TEST_F(cGrabadoraSinEsperarTest, AFailureSeenAtTheProgramsEndIsLoggedWithoutABox) {
+    opc.SetGrabaSincrono(false);
+    Graba("hola");
+    eci.fallaAlFinal = true;
+    eci.error = "Error al realizar la lectura";
+    grabadora.reset();
+    EXPECT_TRUE(mensajes.cajas.empty());
+    EXPECT_EQ(LineasCon("Error al realizar la lectura"), 1);
+}
+
 TEST_F(cGrabadoraSinEsperarTest, ANewRecordingCutsTheOneBeforeAndFinishesItFirst) {
     opc.SetGrabaSincrono(false);
     Numera();

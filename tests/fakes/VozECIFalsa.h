@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "speech/VozECI.h"
@@ -35,10 +36,12 @@ public:
         return error.isEmpty();
     }
     bool EstaHablando() const override { return hablando; }
+    bool Fallida() override { return !hablando && std::exchange(fallaAlFinal, false); }
     QString UltimoError() const override { return QStringLiteral("cVozECI: ") + error; }
 
     bool hablando = false;
-    QString error;  // what the next speech of a file leaves
+    bool fallaAlFinal = false;  // the speech that doesn't wait turns out to have failed
+    QString error;              // what the next speech of a file leaves
 
     std::vector<std::string> ordenes;
 };

@@ -246,6 +246,21 @@ TEST_F(ECI, WithoutWaitingAFullDiskIsKeptForTheQuestionAndLogged) {
     EXPECT_THAT(b.avisos, ElementsAre(u"El fichero está lleno"));
 }
 
+TEST_F(ECI, AFileWithoutAPartOfItsTextIsAFailure) {
+    EventoMotor aviso;
+    aviso.tipo = EventoMotor::Tipo::Aviso;
+    aviso.perdida = true;
+    SetDestinoECI(Ruta("a.wav").c_str());
+    EXPECT_EQ(1, HablaECI(0));
+    aviso.numero = b.ficheros.Numero();
+    b.ficheros.Emite(aviso);
+    b.Graba(100);
+    EXPECT_EQ(0, EstaHablandoECI());
+    EXPECT_EQ("El motor de voz no ha podido decir una parte del texto", b.Error());
+    EXPECT_TRUE(Graba("b.wav", 10));
+    EXPECT_EQ("", b.Error());  // the next one is a new matter
+}
+
 TEST_F(ECI, TheChannelsNoticesGoToTheLog) {
     EventoMotor aviso;
     aviso.tipo = EventoMotor::Tipo::Aviso;

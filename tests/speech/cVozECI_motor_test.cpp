@@ -5,6 +5,8 @@
 #include <QElapsedTimer>
 #include <QTimer>
 #include <algorithm>
+#include <string>
+#include <utility>
 
 #include "engine/Reloj.h"
 #include "engine/cCanalMotor.h"
@@ -22,6 +24,7 @@ namespace {
 
 class cVozECIConMotor : public testing::Test {
 protected:
+    explicit cVozECIConMotor(std::string programa = ONDALIS_MOTOR) : lanzador(std::move(programa), {"--nice", "10"}) {}
     QString Ruta(const char *nombre) const { return QString::fromStdString(carpeta.Ruta(nombre)); }
     static QString Libro() {
         const QString frase = QStringLiteral("En un lugar de la Mancha, de cuyo nombre no quiero acordarme. ");
@@ -32,7 +35,7 @@ protected:
     RegistroPropio registro;
     cCola cola;
     cRelojMonotono reloj;
-    cLanzadorProceso lanzador{ONDALIS_MOTOR, {"--nice", "10"}};
+    cLanzadorProceso lanzador;
     cSalidaNula nula{reloj};
     cSalidaFichero salida;
     cCanalMotor vivo{lanzador, nula, reloj};
@@ -90,6 +93,24 @@ TEST_F(cVozECIConMotor, AFileThatIsSpokenIntoAFileSoundsAsTheTextInMemory) {
     ASSERT_TRUE(a && b);
     EXPECT_GT(a->muestras.size(), 11025u * 2);
     EXPECT_NEAR(static_cast<double>(a->muestras.size()), static_cast<double>(b->muestras.size()), 11025 * .05);
+}
+
+class cVozECISinMotor : public cVozECIConMotor {
+protected:
+    cVozECISinMotor() : cVozECIConMotor("/no/hay/motor") {}
+};
+
+TEST_F(cVozECISinMotor, AFileOfAnEngineThatCantStartIsAFailureAndHoldsNoSound) {
+    const QString error = QStringLiteral(
+        "cVozECI: Error al realizar la lectura\r\nEl motor de voz no ha podido decir una parte del texto");
+    EXPECT_FALSE(voz.Habla(QStringLiteral("hola"), true, Ruta("a.wav"), true));
+    EXPECT_EQ(voz.UltimoError().section(QChar(u'\0'), 0, 0), error);
+    EXPECT_EQ(std::filesystem::file_size(carpeta.Ruta("a.wav")), 44u);  // which the recorder takes away
+    ASSERT_TRUE(voz.Habla(QStringLiteral("hola"), false, Ruta("b.wav"), true));
+    cola.EsperaBloqueando([this] { return !voz.EstaHablando(); }, 20000);
+    EXPECT_TRUE(voz.Fallida());
+    EXPECT_EQ(voz.UltimoError().section(QChar(u'\0'), 0, 0), error);
+    EXPECT_FALSE(voz.Fallida());
 }
 
 }  // namespace
