@@ -172,8 +172,9 @@ _LIMITE_MS = 15000  # of a question to a program on a busy machine; the library'
 
 
 class _Cliente:
-    def __init__(self, atspi, glib, aplicacion, eco):
+    def __init__(self, atspi, glib, aplicacion, eco, pregunta_registro):
         self._atspi, self._glib, self._aplicacion, self._eco = atspi, glib, aplicacion.lower(), eco
+        self._pregunta_registro = pregunta_registro
         self._todos, self._focos = 0, []
         self._oyente = atspi.EventListener.new(self._suceso)
         for clase in _PREGUNTAS:
@@ -227,10 +228,16 @@ class _Cliente:
         return [p for p in dados if p is not None and p.get_name().lower() == self._aplicacion]
 
     def _asienta(self):
+        """The echo says that the toolkit has taken the keys. For each it then asks the registry whether somebody else wants
+        it, and the answer puts it at the end of its queue. So each side is asked in turn, by something that it answers
+        in the order of what came before: the program, the registry, and the program twice."""
         if not self._eco.espera():
             return False
-        # The keys are taken; any answer comes behind the events that they have led to. This one is never kept here.
-        for programa in self._programas():
+        programas = self._programas()
+        for programa in programas:
+            programa.get_relation_set()  # the library never keeps this answer
+        self._pregunta_registro()
+        for programa in (*programas, *programas):
             programa.get_relation_set()
         return True
 
@@ -294,7 +301,15 @@ def _atiende(aplicacion):
                          GLib.Variant('(ssv)', ('org.a11y.Status', propiedad, GLib.Variant('b', True))), None, 0, 10000)
     Atspi.init()
     Atspi.set_timeout(_LIMITE_MS, _LIMITE_MS)
-    cliente = _Cliente(Atspi, GLib, aplicacion, Eco())
+    direccion = sesion.call_sync('org.a11y.Bus', '/org/a11y/bus', 'org.a11y.Bus', 'GetAddress', None, None, 0, 10000)
+    accesible = Gio.DBusConnection.new_for_address_sync(
+        direccion[0], Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION)
+
+    def pregunta_registro():
+        """Something of the interface that serves keys: those questions wait in a line of their own."""
+        accesible.call_sync('org.a11y.atspi.Registry', '/org/a11y/atspi/registry/deviceeventcontroller',
+                            'org.a11y.atspi.DeviceEventController', 'GetKeystrokeListeners', None, None, 0, _LIMITE_MS)
+    cliente = _Cliente(Atspi, GLib, aplicacion, Eco(), pregunta_registro)
     bucle = GLib.MainLoop()
 
     def orden(_canal, _condicion):
