@@ -258,16 +258,24 @@ class _Orca:
         tty.setraw(escribe)
         self.proceso = b.escritorio.procesos.arranca(
             ['orca', '--replace', '--debug-file=' + os.ttyname(escribe), '--disable', 'braille'])
-        self._escribe = escribe  # open here too: the record of one that dies can still be read
+        self._escribe = escribe  # open here as well until Orca has opened it
         self.dicho, self._hasta = [], 0
         threading.Thread(target=self._escucha, daemon=True).start()
 
     def _escucha(self):
         with os.fdopen(self._lee, 'rb') as f:
-            for linea in f:
-                m = re.search(r"SPEECH OUTPUT: '(.*)'\{", linea.decode(errors='replace'))
-                if m:
-                    self.dicho.append(m[1])
+            try:
+                for linea in f:
+                    m = re.search(r"SPEECH OUTPUT: '(.*)'\{", linea.decode(errors='replace'))
+                    if m:
+                        self.dicho.append(m[1])
+            except OSError:
+                pass  # that is how a terminal ends
+
+    def espera_lista(self):
+        """Until it has said its greeting: then it listens."""
+        espera(lambda: self.dicho, 30, que='Orca')
+        os.close(self._escribe)
 
     def espera(self, texto):
         """Until it has said that, behind what it was waited for to say before."""
@@ -286,7 +294,7 @@ class _Orca:
 def orca_dice_la_ventana_su_pagina_y_cada_control_al_que_llega_el_teclado():
     with Lectora(TODO, arranca=False) as b:
         orca = _Orca(b)
-        espera(lambda: orca.dicho, 30, que='Orca')  # its greeting: it listens
+        orca.espera_lista()
         b.arranca_lector()
         _doble_click(b)
         for texto in (TITULO, 'General'):
