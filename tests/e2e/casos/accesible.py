@@ -176,7 +176,7 @@ def las_paginas_de_diccionario_y_de_teclas_tienen_nombres_y_se_recorren_con_el_t
     _recorre_paginas(REPARTO[2])
 
 
-caso
+@caso
 def el_menu_la_ayuda_y_acerca_de_tienen_nombres_y_se_recorren_con_el_teclado():
     with Lectora() as b:
         _abre_menu(b)

@@ -1,7 +1,6 @@
 """The whole of a first afternoon with the reader, by keyboard alone: another voice, another key, typed text, a word of
 one's own; each change judged by what is heard after it."""
 import os
-import time
 
 import numpy
 
