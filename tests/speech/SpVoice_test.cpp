@@ -129,7 +129,7 @@ TEST_F(SpVoiceTest, Flag64SpeaksTheSigns) {
     EXPECT_EQ(Dicha().tramos.size(), 1u);
 }
 
-TEST_F(SpVoiceTest, RateIsExponentialAndStaysInTheEnginesRange) {
+TEST_F(SpVoiceTest, TenStepsOfRateAreAFactorOfThreeAndEachOneIsHeard) {
     const auto velocidad = [this](int rate) {
         voz.SetRate(rate);
         EXPECT_FALSE(voz.Speak(QStringLiteral("a"), kLectura));
@@ -138,10 +138,10 @@ TEST_F(SpVoiceTest, RateIsExponentialAndStaysInTheEnginesRange) {
     EXPECT_EQ(velocidad(0), 170);
     EXPECT_EQ(velocidad(5), 294);
     EXPECT_EQ(velocidad(-5), 98);
-    EXPECT_EQ(velocidad(10), 450);
-    EXPECT_EQ(velocidad(-10), 70);
+    EXPECT_EQ(velocidad(10), 510);
+    EXPECT_EQ(velocidad(-10), 57);
     int anterior = 0;
-    for (int rate = -8; rate <= 8; ++rate) {
+    for (int rate = -10; rate <= 10; ++rate) {
         EXPECT_GT(velocidad(rate), anterior) << rate;
         anterior = velocidad(rate);
     }
