@@ -109,6 +109,11 @@ void SpVoice::ResuelveVoces(std::vector<Tramo> &tramos) const {
     });
 }
 
+Fallo SpVoice::FalloDelMotor() const {
+    const QString apuro = Apuro();
+    return apuro.isEmpty() ? Fallo{} : Fallo::De(Fallo::LlamadaNoValida, apuro);
+}
+
 Fallo SpVoice::Speak(const QString &texto, int flags) {
     const bool espera = (flags & Asincrono) == 0;
     if (texto.isEmpty() && espera && (flags & Purga) != 0) {

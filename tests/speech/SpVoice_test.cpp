@@ -5,6 +5,7 @@
 
 #include <QElapsedTimer>
 #include <QTimer>
+#include <algorithm>
 #include <optional>
 
 #include "ControlDePrueba.h"
@@ -282,6 +283,22 @@ TEST_F(SpVoiceTest, WaitUntilDoneTellsWhetherTheSpeechIsOver) {
     EXPECT_TRUE(voz.WaitUntilDone(0));
     banco.cola.DejaCorrer();
     EXPECT_THAT(banco.diario, ElementsAre("Start", "Stop 0"));
+}
+
+TEST_F(SpVoiceTest, WhatTheEngineCouldNotSayIsAFailureForWhoeverAsksAndNotForASpeech) {
+    banco.canal.alHablar = [this] { banco.canal.Fin(banco.canal.Numero(), u"El motor de voz no responde"); };
+    EXPECT_FALSE(voz.Speak(QStringLiteral("uno"), 0));
+    EXPECT_EQ(voz.FalloDelMotor().numero, 5);
+    EXPECT_EQ(voz.FalloDelMotor().descripcion, QStringLiteral("El motor de voz no responde"));
+    TerminaSolo();
+    EXPECT_FALSE(voz.Speak(QStringLiteral("dos"), 0));
+    EXPECT_FALSE(voz.FalloDelMotor());
+    banco.canal.alHablar = {};
+    QTimer::singleShot(0, [this] { static_cast<void>(voz.Speak(QString(), 2)); });
+    EXPECT_FALSE(voz.Speak(QStringLiteral("tres"), 0));
+    EXPECT_FALSE(voz.FalloDelMotor()) << "it was silenced";
+    banco.cola.DejaCorrer();
+    EXPECT_EQ(std::ranges::count(banco.diario, "Stop 0"), 3);
 }
 
 TEST_F(SpVoiceTest, AStopFromInsideEndsTheWait) {
