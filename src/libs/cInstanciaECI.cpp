@@ -6,6 +6,7 @@
 #include "engine/Dialectos.h"
 #include "engine/HablantesIBM.h"
 #include "engine/Protocolo.h"
+#include "engine/Utf8.h"
 #include "libs/ondalis_eci_texto.h"
 
 namespace ondalis {
@@ -160,7 +161,12 @@ void cInstanciaECI::EventoDeMotor(const EventoMotor &evento) {
         const bool fallo = m_enFichero && m_servicio.salida->Error() != 0;
         if (!fin && !fallo) return;
         if (fallo && !fin) m_servicio.fichero->Detiene();
-        if (m_enFichero && !CompletaFichero()) aviso = TextoDeECI(m_error);
+        if (m_enFichero && !CompletaFichero()) {
+            aviso = TextoDeECI(m_error);
+        } else if (fin && !evento.texto.empty()) {  // the channel has logged it
+            m_fallida = m_numero;
+            m_error = EnUtf8(evento.texto);
+        }
         m_numero = 0;
     }
     if (!aviso.empty()) m_servicio.avisa(aviso);

@@ -42,7 +42,7 @@ private:
     std::atomic<std::uint64_t> m_numero{0};  // the utterance under way; 0: none. Written under m_cerrojo
     mutable std::mutex m_cerrojo;            // the rest
     bool m_enFichero = false;                // the speech under way goes into a file
-    std::uint64_t m_fallida = 0;             // whose file couldn't be written
+    std::uint64_t m_fallida = 0;             // that couldn't be said or written to its end
     std::string m_error;
 };
 

@@ -130,6 +130,8 @@ void cOpcVoz::SetTagsAvanzados() {
 void cOpcVoz::TomaValoresDeLaVoz() {
     if (!EsIBM()) return;
     const RegistroVoz *fila = m_voces.Busca(FabricanteActivo(), VozActiva());
+    // In the place of a voice that isn't there Carlos speaks, and as himself.
+    if (fila == nullptr) fila = m_voces.Busca(FabricanteActivo(), QStringLiteral("Carlos"));
     if (fila == nullptr) return;
     SetEntero("ScrollTono", fila->TonoDefecto);
     SetEntero("ScrollFluctuacion", fila->FluctuacionDefecto);

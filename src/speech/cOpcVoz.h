@@ -43,7 +43,8 @@ public:
     // page. Another maker takes speed and volume to its family's defaults and the advanced values off where there are
     // none; another voice brings its own five values. False when this pair is the accepted one already.
     bool CambiaVoz(const QString &fabricante, const QString &voz);
-    // With the advanced values off and an "IBM" voice, the five tags take that voice's defaults.
+    // With the advanced values off and an "IBM" voice, the five tags take that voice's defaults; those of Carlos, who
+    // speaks in its place, where the catalogue hasn't got it.
     void SetTagsAvanzados();
     void GuardaValores();
     // Stores one speed at once, as the hot keys do.

@@ -290,6 +290,18 @@ TEST_F(cOpcVozTest, AVoiceThatIsNotThereGives0And0AndAnEmptyText) {
     EXPECT_EQ(pagina->GuidActiva(), QString());
 }
 
+TEST_F(cOpcVozTest, InThePlaceOfAVoiceThatIsNotThereCarlosSpeaksAsHimself) {
+    const auto carlos = Abre();
+    Guarda("VozActiva", "Nadie");
+    const auto pagina = Abre();
+    EXPECT_EQ(pagina->VozActiva(), "Nadie");  // it may come back
+    EXPECT_EQ(pagina->Tono(), carlos->Tono());
+    EXPECT_EQ(pagina->Fluctuacion(), carlos->Fluctuacion());
+    EXPECT_EQ(pagina->Aspereza(), carlos->Aspereza());
+    EXPECT_EQ(pagina->Diafonia(), carlos->Diafonia());
+    EXPECT_EQ(pagina->TamCabeza(), carlos->TamCabeza());
+}
+
 TEST_F(cOpcVozTest, WithoutAnyIbmVoiceCarlosIsNotSelectedAndAStoredIbmFindsNoRow) {
     const std::vector<HablanteIBM> ninguno;
     cVoces solo(banco.registro.Log(), ninguno);
