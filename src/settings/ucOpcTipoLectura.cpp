@@ -12,8 +12,6 @@ namespace ondalis {
 
 namespace {
 
-constexpr int kMaxMiniTexto = 32767;  // characters
-
 // A row that depends on the check box above it.
 QHBoxLayout *Sangrada(QVBoxLayout &columna, const QWidget &de) {
     auto *fila = new QHBoxLayout;
@@ -43,7 +41,7 @@ void ucOpcTipoLectura::PonPortapapeles(QVBoxLayout &columna) {
     QHBoxLayout *mini = Sangrada(columna, *this);
     m_miniTexto = Casilla("CheckMiniTexto", QStringLiteral("No leer texto inferior a"), true);
     m_valorMiniTexto = new cCajaNumero("ValorMiniTexto", QStringLiteral("No leer texto inferior a, caracteres"));
-    m_valorMiniTexto->setRange(0, kMaxMiniTexto);
+    m_valorMiniTexto->setRange(0, cOpcTipoLectura::MaxMiniTexto);
     m_valorMiniTexto->setValue(15);
     m_etiqueta = new QLabel(QStringLiteral("caracteres"));
     m_etiqueta->setObjectName(QStringLiteral("Etiqueta"));
