@@ -72,6 +72,15 @@ void ucOpcTipoLectura::PonPortapapeles(QVBoxLayout &columna) {
 void ucOpcTipoLectura::PonTeclado(QVBoxLayout &columna) {
     m_leeTeclado = Casilla("CheckLeeTeclado", QStringLiteral("Leer el texto tecleado en cualquier aplicación"));
     columna.addWidget(m_leeTeclado);
+    // Heard with the box that it is about, and seen under it.
+    const QString aviso = QStringLiteral(
+        "Las contraseñas no se leen, salvo en programas que no dicen qué campos tienen, como las ventanas de "
+        "terminal.");
+    m_leeTeclado->setAccessibleDescription(aviso);
+    auto *letrero = new QLabel(aviso);
+    letrero->setObjectName(QStringLiteral("AvisoContrasenas"));
+    letrero->setWordWrap(true);
+    Sangrada(columna, *this)->addWidget(letrero, 1);
     m_leeCambioApp = Casilla("CheckLeeCambioApp", QStringLiteral("Leer texto tecleado al cambiar de aplicación"));
     Sangrada(columna, *this)->addWidget(m_leeCambioApp);
     QHBoxLayout *teclas = Sangrada(columna, *this);
