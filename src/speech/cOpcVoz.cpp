@@ -58,8 +58,10 @@ void cOpcVoz::Carga(bool haySAPI5) {
     }
     if (const auto voz = LeeFila(Fila("ComboVoces"))) SetVozActiva(*voz);
     AplicaRangos();
-    if (const auto velocidad = LeeFila(Fila("ScrollVelocidad"))) SetVelocidad(velocidad->toInt());
-    if (const auto volumen = LeeFila(Fila("ScrollVolumen"))) SetVolumen(volumen->toInt());
+    if (const auto velocidad = LeeFila(Fila("ScrollVelocidad")); velocidad && !SetVelocidad(velocidad->toInt()))
+        AnotaSinSentido(Fila("ScrollVelocidad"));
+    if (const auto volumen = LeeFila(Fila("ScrollVolumen")); volumen && !SetVolumen(volumen->toInt()))
+        AnotaSinSentido(Fila("ScrollVolumen"));
     if (const auto avanzados = LeeFila(Fila("CheckAvanzados"))) SetValoresAvanzados(*avanzados == QLatin1String("1"));
     if (!ValoresAvanzados()) return;
     for (const char *control : kAvanzados) {
@@ -97,20 +99,23 @@ std::int16_t cOpcVoz::Velocidad() const {
     return static_cast<std::int16_t>(Entero("ScrollVelocidad") - (EsIBM() ? 0 : kCeroSAPI5));
 }
 
-void cOpcVoz::SetVelocidad(int velocidad) {
+bool cOpcVoz::SetVelocidad(int velocidad) {
     const int cero = EsIBM() ? 0 : kCeroSAPI5;
     const RangoOpcion rango = RangoVelocidad(EsIBM());
-    if (velocidad >= rango.minimo - cero && velocidad <= rango.maximo - cero)
-        SetEntero("ScrollVelocidad", velocidad + cero);
+    if (velocidad < rango.minimo - cero || velocidad > rango.maximo - cero) return false;
+    SetEntero("ScrollVelocidad", velocidad + cero);
+    return true;
 }
 
 std::int32_t cOpcVoz::Volumen() const { return Entero("ScrollVolumen") * (EsIBM() ? kMilesIBM : 1); }
 
-void cOpcVoz::SetVolumen(int volumen) {
+bool cOpcVoz::SetVolumen(int volumen) {
     const RangoOpcion rango = RangoVolumen(EsIBM());
     // Half to even, as the system rounds everywhere.
     const int valor = EsIBM() ? static_cast<int>(std::nearbyint(volumen / double{kMilesIBM})) : volumen;
-    if (valor >= rango.minimo && valor <= rango.maximo) SetEntero("ScrollVolumen", valor);
+    if (valor < rango.minimo || valor > rango.maximo) return false;
+    SetEntero("ScrollVolumen", valor);
+    return true;
 }
 
 bool cOpcVoz::CambiaVoz(const QString &fabricante, const QString &voz) {

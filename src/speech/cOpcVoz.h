@@ -28,9 +28,9 @@ public:
     std::int16_t NumeroVoz() const;    // NumeroSAPI5 of the first row equal in name and maker, else 0
     std::int32_t LenguaVoz() const;    // LCID of the first row of that name, else 0
     std::int16_t Velocidad() const;    // "IBM" 70 to 450 words a minute; others -10 to 10
-    void SetVelocidad(int velocidad);  // refused outside the range
+    bool SetVelocidad(int velocidad);  // false: refused, outside the range
     std::int32_t Volumen() const;      // "IBM" 1000 to 65000; others 0 to 100
-    void SetVolumen(int volumen);      // refused outside the range; "IBM" rounds to thousands
+    bool SetVolumen(int volumen);      // false: refused, outside the range; "IBM" rounds to thousands
     bool ValoresAvanzados() const { return Booleano("CheckAvanzados"); }
     void SetValoresAvanzados(bool valor) { SetBooleano("CheckAvanzados", valor); }
     std::int16_t Tono() const { return static_cast<std::int16_t>(Entero("ScrollTono")); }

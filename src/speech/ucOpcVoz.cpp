@@ -14,6 +14,7 @@
 #include "settings/pagina/EnlaceControles.h"
 #include "settings/pagina/cCajaNumero.h"
 #include "settings/pagina/cDeslizador.h"
+#include "settings/pagina/cLista.h"
 
 namespace ondalis {
 
@@ -43,9 +44,7 @@ void PonRango(cDeslizador &barra, const RangoOpcion &rango) {
 }
 
 QComboBox *Lista(const char *nombre, const QString &rotulo) {
-    auto *lista = new QComboBox;
-    lista->setObjectName(QLatin1String(nombre));
-    lista->setAccessibleName(rotulo);
+    auto *lista = new cLista(nombre, rotulo);
     SetFormaLista(*lista, FormaLista::Texto);
     return lista;
 }

@@ -141,6 +141,17 @@ TEST_F(cOpcVozTest, AStoredSpeedOfMinus5IsRefusedForIbmSoThat170Remains) {
     EXPECT_EQ(Abre()->Velocidad(), 170);
 }
 
+TEST_F(cOpcVozTest, AStoredSpeedOrVolumeOutsideTheFamilysRangeIsLogged) {
+    Guarda("Velocidad", "9999");
+    Guarda("Volumen", "499");
+    const auto pagina = Abre();
+    EXPECT_EQ(pagina->Velocidad(), 170);
+    EXPECT_EQ(pagina->Volumen(), 65000);
+    ASSERT_EQ(banco.registro.LineasLog().size(), 2);
+    EXPECT_TRUE(banco.registro.LineasLog()[0].endsWith("[Voz\\Velocidad]"));
+    EXPECT_TRUE(banco.registro.LineasLog()[1].endsWith("[Voz\\Volumen]"));
+}
+
 TEST_F(cOpcVozTest, StoredNonsenseIsTheDefaultAndLogged) {
     Guarda("Velocidad", "mucha");
     Guarda("ValoresAvanzados", "True");

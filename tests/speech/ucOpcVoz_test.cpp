@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSlider>
+#include <QWheelEvent>
 
 #include "fakes/EstadoDiseno.h"
 #include "fakes/PaletaOscura.h"
@@ -183,6 +184,18 @@ TEST_F(PaginaVozTest, AStoredVoiceThatIsNotThereHasNoSelectionAndIsNotForgotten)
     pagina.GuardaValores();
     EXPECT_EQ(Guardado("FabricanteActivo"), "Acme");
     EXPECT_EQ(Guardado("VozActiva"), "Ana");
+}
+
+// A scrolled page brings the lists under the pointer, and another maker resets speed and volume.
+TEST_F(PaginaVozTest, TheWheelChangesNoListThatHasNotTheFocus) {
+    for (QComboBox *lista : {fabricantes(), voces_()}) {
+        lista->setCurrentIndex(0);
+        ASSERT_GT(lista->count(), 1);
+        QWheelEvent rueda(QPointF(5, 5), QPointF(5, 5), {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                          false);
+        QApplication::sendEvent(lista, &rueda);
+        EXPECT_EQ(lista->currentIndex(), 0) << lista->objectName().toStdString();
+    }
 }
 
 TEST_F(PaginaVozTest, AHotKeysSpeedIsShownUnlessAnotherFamilyIsOnScreen) {
