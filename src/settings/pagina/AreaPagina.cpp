@@ -19,7 +19,8 @@ AreaPagina::AreaPagina(QWidget *pagina, int altoMinimo) : m_altoMinimo(altoMinim
 }
 
 QSize AreaPagina::sizeHint() const {
-    const QSize suya = widget()->sizeHint().expandedTo(widget()->minimumSizeHint());
+    const QSize suya = 
+        widget()->sizeHint().expandedTo(widget()->minimumSizeHint()).expandedTo(widget()->minimumSize());
     return {suya.width(), std::max(suya.height(), m_altoMinimo)};
 }
 

@@ -43,7 +43,6 @@ ASPECTOS = (
     Aspecto(puntos=192), Aspecto('oscuro', 192), Aspecto('contraste', 192),
     Aspecto(letra=18, pantalla=(1024, 768)), Aspecto('contraste', letra=18, pantalla=(1024, 768)),
 )
-_LETRA = 9  # points, of a desktop that says nothing
 
 
 def _grupo(nombre, fondo, letra, enlace, apagado):
@@ -54,18 +53,24 @@ def _grupo(nombre, fondo, letra, enlace, apagado):
             f'ForegroundInactive={color(apagado)}\n')
 
 
+def _paleta(ventana, letra, campo, letra_campo, boton, elegido, letra_elegido, enlace, apagado):
+    return (_grupo('Window', ventana, letra, enlace, apagado) + _grupo('View', campo, letra_campo, enlace, apagado)
+            + _grupo('Button', boton, letra, enlace, apagado)
+            + _grupo('Selection', elegido, letra_elegido, enlace, apagado)
+            + _grupo('Tooltip', campo, letra_campo, enlace, apagado))
+
+
 def viste(escritorio, aspecto):
     """Before the program starts, on a desktop of the look's size."""
     if aspecto.puntos != 96:
         escritorio.entorno['QT_SCALE_FACTOR'] = str(aspecto.puntos / 96)
+    texto = ''
     if aspecto.letra:
-        escritorio.entorno['QT_FONT_DPI'] = str(96 * aspecto.letra // _LETRA)
-    if aspecto.tema == 'claro':
+        texto += f'[General]\nfont=DejaVu Sans,{aspecto.letra},-1,5,50,0,0,0,0,0\n'
+    if aspecto.tema != 'claro':
+        texto += _paleta(*_COLORES[aspecto.tema])
+    if not texto:
         return
-    ventana, letra, campo, letra_campo, boton, elegido, letra_elegido, enlace, apagado = _COLORES[aspecto.tema]
     with open(os.path.join(escritorio.entorno['XDG_CONFIG_HOME'], 'kdeglobals'), 'w', encoding='ascii') as f:
-        f.write(_grupo('Window', ventana, letra, enlace, apagado) + _grupo('View', campo, letra_campo, enlace, apagado)
-                + _grupo('Button', boton, letra, enlace, apagado)
-                + _grupo('Selection', elegido, letra_elegido, enlace, apagado)
-                + _grupo('Tooltip', campo, letra_campo, enlace, apagado))
+        f.write(texto)
     escritorio.entorno.update(QT_QPA_PLATFORMTHEME='kde', KDE_SESSION_VERSION='5')
