@@ -287,7 +287,7 @@ TEST_F(ucOpcGrabarTest, InTheWindowItIsWholeInEveryLook) {
     CompruebaAspectos(
         [&] {
             auto ventana = std::make_unique<Principal>(r.Registro(), r.Log(), Principal::Acciones{});
-            ventana->PonPagina(Pagina::Grabar, new ucOpcGrabar(opciones, dialogo));
+            ventana->PonPagina(Pagina::Grabar, new ucOpcGrabar(opciones, servicio));
             ventana->Muestra();
             return ventana;
         },

@@ -327,7 +327,7 @@ TEST_F(ucOpcTeclasRapTest, EveryControlHasANameOfItsOwn) {
 TEST_F(ucOpcTeclasRapTest, InTheWindowItIsWholeInEveryLook) {
     CompruebaAspectos(
         [&] {
-            auto ventana = std::make_unique<Principal>(almacen.Registro(), almacen.Log(), Principal::Acciones{});
+            auto ventana = std::make_unique<Principal>(r.Registro(), r.Log(), Principal::Acciones{});
             ventana->PonPagina(Pagina::TeclasRap, new ucOpcTeclasRap(opciones, tecla, general));
             ventana->Muestra();
             return ventana;

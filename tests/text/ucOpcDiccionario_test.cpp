@@ -350,7 +350,7 @@ TEST_F(PaginaDiccionarioTest, EveryControlHasItsNameAndItsPlaceInTheTabOrder) {
 TEST_F(PaginaDiccionarioTest, InTheWindowItIsWholeInEveryLook) {
     CompruebaAspectos(
         [&] {
-            auto ventana = std::make_unique<Principal>(almacen.Registro(), almacen.Log(), Principal::Acciones{});
+            auto ventana = std::make_unique<Principal>(r.Registro(), r.Log(), Principal::Acciones{});
             ventana->PonPagina(Pagina::Diccionario, new ucOpcDiccionario(diccionario, general, [](const QString &) {}));
             ventana->Muestra();
             return ventana;

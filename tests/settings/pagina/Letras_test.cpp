@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "desktop/Principal.h"
+#include "desktop/cListaOpciones.h"
 #include "fakes/RegistroPropio.h"
 #include "reader/EditoresTexto.h"
 #include "settings/SonidosAviso.h"
