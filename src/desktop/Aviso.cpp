@@ -180,7 +180,9 @@ void Aviso::CreaPaginaTeclas() {
         listas.tecla = Nombrado(new QComboBox, QStringLiteral("Tecla") + comando, rotulo + QStringLiteral(", tecla"));
         for (const FilaTecla &tecla : TablaTeclas())
             listas.tecla->addItem(QLatin1String(tecla.rotulo), tecla.virtualKey);
-        tabla->addWidget(Rotulo(rotulo, listas.modificador), i, 0);
+        QLabel *letrero = Rotulo(rotulo, listas.modificador);
+        letrero->setWordWrap(true);  // with a large letter the row is wider than a screen
+        tabla->addWidget(letrero, i, 0);
         tabla->addWidget(listas.modificador, i, 1);
         tabla->addWidget(listas.tecla, i, 2);
     }

@@ -1,5 +1,6 @@
 #include "desktop/cEstilo.h"
 
+#include <QApplication>
 #include <QGroupBox>
 #include <QPainter>
 #include <QPushButton>
@@ -18,6 +19,7 @@ constexpr int kAltoFila = 24;                     // of a list's row, WCAG 2.2, 
 constexpr int kAireBoton = 12, kAireCaja = 10;    // beside a button's caption; over and under a number, together
 constexpr int kAsa = 20;                          // a slider's handle
 constexpr int kGrosorFoco = 2;
+constexpr double kParteIndicador = 0.8;                         // of the letter's height, what is ticked grows with it
 constexpr double kContrasteApagado = 3.0, kParteApagado = 0.5;  // of what is disabled
 constexpr double kParteMarco = 0.6;  // how far a frame that only groups goes back into the ground
 // From here on a palette is one of those for people who need contrast. Black on the toolkit's light grey has 18.3.
@@ -60,8 +62,14 @@ void PintaGrupo(QPainter &pintor, const QStyleOption &opcion, const QWidget *con
     const auto *grupo = qobject_cast<const QGroupBox *>(control);
     int alto = 0;
     if (grupo && (grupo->isCheckable() || !grupo->title().isEmpty()))
-        alto = std::max(estilo.pixelMetric(QStyle::PM_IndicatorHeight, &opcion, control), opcion.fontMetrics.height()) + 3;
+        alto =
+            std::max(estilo.pixelMetric(QStyle::PM_IndicatorHeight, &opcion, control), opcion.fontMetrics.height()) + 3;
     PintaMarco(pintor, opcion.rect.adjusted(0, alto, 0, 0), ColorMarco(opcion.palette));
+}
+
+int AltoLetra(const QStyleOption *opcion, const QWidget *control) {
+    if (opcion) return opcion->fontMetrics.height();
+    return control ? control->fontMetrics().height() : QFontMetrics(QApplication::font()).height();
 }
 
 bool EsBoton(const QWidget *control) { return qobject_cast<const QPushButton *>(control) != nullptr; }
@@ -96,9 +104,10 @@ void cEstilo::polish(QPalette &paleta) {
     const bool alto = ContrasteAlto(paleta);
     const QColor fondo = paleta.color(QPalette::Active, QPalette::Window);
     for (const auto papel : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        paleta.setColor(QPalette::Disabled, papel,
-                        ColorVisible(paleta.color(QPalette::Disabled, papel), fondo,
-                                     paleta.color(QPalette::Active, papel), alto ? kContrasteLetra : kContrasteApagado));
+        paleta.setColor(
+            QPalette::Disabled, papel,
+            ColorVisible(paleta.color(QPalette::Disabled, papel), fondo, paleta.color(QPalette::Active, papel),
+                         alto ? kContrasteLetra : kContrasteApagado));
     const double minimo = alto ? kContrasteReforzado : kContrasteLetra;
     for (const auto papel : {QPalette::Link, QPalette::LinkVisited}) {
         QColor enlace = paleta.color(QPalette::Active, papel);
@@ -121,6 +130,12 @@ int cEstilo::pixelMetric(PixelMetric cual, const QStyleOption *opcion, const QWi
         case PM_SliderThickness:
         case PM_SliderLength:
         case PM_SliderControlThickness: return PintaElJuego() ? std::max(suyo, kAsa) : suyo;
+        case PM_IndicatorWidth:
+        case PM_IndicatorHeight:
+        case PM_ExclusiveIndicatorWidth:
+        case PM_ExclusiveIndicatorHeight:
+            return PintaElJuego() ? std::max(suyo, static_cast<int>(AltoLetra(opcion, control) * kParteIndicador))
+                                  : suyo;
         default: return suyo;
     }
 }
@@ -164,8 +179,7 @@ void cEstilo::drawPrimitive(PrimitiveElement cual, const QStyleOption *opcion, Q
                             const QWidget *control) const {
     const bool juego = PintaElJuego();
     if (cual == PE_FrameFocusRect) {
-        const auto *boton = qobject_cast<const QPushButton *>(control);
-        if (!juego || !boton || boton->isFlat())  // other buttons show it at their edge
+        if (!juego || !EsBoton(control))  // buttons show it at their edge
             PintaMarco(*pintor, opcion->rect, ColorFoco(opcion->palette), kGrosorFoco);
         return;
     }
@@ -190,9 +204,14 @@ void cEstilo::drawPrimitive(PrimitiveElement cual, const QStyleOption *opcion, Q
 void cEstilo::drawControl(ControlElement cual, const QStyleOption *opcion, QPainter *pintor,
                           const QWidget *control) const {
     QProxyStyle::drawControl(cual, opcion, pintor, control);
+    // A link has no edge that could show its focus.
+    const auto *boton = qstyleoption_cast<const QStyleOptionButton *>(opcion);
+    if (cual == CE_PushButton && PintaElJuego() && boton && (boton->features & QStyleOptionButton::Flat) &&
+        (boton->state & State_HasFocus))
+        PintaMarco(*pintor, opcion->rect, ColorFoco(opcion->palette), kGrosorFoco);
     const auto *entrada = qstyleoption_cast<const QStyleOptionMenuItem *>(opcion);
-    if (cual == CE_MenuItem && PintaElJuego() && entrada &&
-        entrada->menuItemType == QStyleOptionMenuItem::Separator && entrada->text.isEmpty()) {
+    if (cual == CE_MenuItem && PintaElJuego() && entrada && entrada->menuItemType == QStyleOptionMenuItem::Separator &&
+        entrada->text.isEmpty()) {
         const int y = opcion->rect.center().y();
         pintor->save();
         pintor->setPen(ColorMarco(opcion->palette));

@@ -102,8 +102,8 @@ TEST(cEstilo, EveryKindOfControlShowsItsFocusInEveryPalette) {
         QWidget ventana;
         auto *enlace = new QPushButton(QStringLiteral("Un enlace"), &ventana);
         enlace->setFlat(true);
-        const std::vector<QWidget *> controles{new QComboBox(&ventana),         new QSpinBox(&ventana),
-                                               new QLineEdit(&ventana),         new QSlider(Qt::Horizontal, &ventana),
+        const std::vector<QWidget *> controles{new QComboBox(&ventana),           new QSpinBox(&ventana),
+                                               new QLineEdit(&ventana),           new QSlider(Qt::Horizontal, &ventana),
                                                new QRadioButton("Una", &ventana), enlace};
         int y = 0;
         for (QWidget *uno : controles) {

@@ -77,7 +77,10 @@ inline void CompruebaQueNadaSeSolapa(const QWidget &ventana) {
 inline void CompruebaOrdenDeLectura(const QWidget &parte) {
     const QWidget *anterior = nullptr;
     QRect antes;
-    const QWidget *uno = &parte;
+    // A window gives its first control the focus itself; the chain begins anywhere.
+    const QWidget *const principio = parte.isWindow() && parte.focusWidget() ? parte.focusWidget() : &parte;
+    const QWidget *uno = principio->previousInFocusChain();
+    const QWidget *const fin = uno;
     do {
         uno = uno->nextInFocusChain();
         const bool interesa = parte.isAncestorOf(uno) && uno->isVisible() && uno->isEnabled() && EsControl(uno) &&
@@ -92,7 +95,7 @@ inline void CompruebaOrdenDeLectura(const QWidget &parte) {
         }
         anterior = uno;
         antes = sitio;
-    } while (uno != &parte);
+    } while (uno != fin);
 }
 
 // Each letter leads to one control.
@@ -117,7 +120,8 @@ inline void CompruebaQueSeLee(QWidget &ventana, double minimo) {
     for (const QWidget *uno : ventana.findChildren<QWidget *>()) {
         if (!uno->isVisible() || !uno->isEnabled() || uno->property("text").toString().isEmpty()) continue;
         if (!EsAlguno<QLabel, QCheckBox, QRadioButton, QPushButton>(uno)) continue;
-        const QRect parte = uno->visibleRegion().boundingRect().adjusted(4, 4, -4, -4);
+        const int borde = EsAlguno<QPushButton>(uno) ? 4 : 0;
+        const QRect parte = uno->visibleRegion().boundingRect().adjusted(borde, borde, -borde, -borde);
         if (parte.isEmpty()) continue;
         const QPoint sitio = uno->mapTo(&ventana, parte.topLeft());
         // Against the ground: the corner of the text's own rectangle.

@@ -117,8 +117,9 @@ TEST_F(VentanaTeclasTest, EveryControlHasAnAccessibleName) {
 TEST_F(VentanaTeclasTest, ItIsWholeInEveryLook) {
     CompruebaAspectos([this] {
         auto otra = std::make_unique<TeclasLeeTeclado>(
-            teclas, DialogoOpciones::Colaboradores{
-                        .duena = nullptr, .registro = almacen.Registro(), .log = almacen.Log(), .ayuda = {}, .alFrente = {}});
+            teclas,
+            DialogoOpciones::Colaboradores{
+                .duena = nullptr, .registro = almacen.Registro(), .log = almacen.Log(), .ayuda = {}, .alFrente = {}});
         static_cast<DialogoOpciones &>(*otra).Init();  // without waiting for its end
         return otra;
     });

@@ -261,10 +261,12 @@ TEST_F(PaginaVozTest, InTheWindowItIsWholeInEveryLook) {
     CompruebaAspectos(
         [&] {
             auto ventana = std::make_unique<Principal>(almacen.Registro(), almacen.Log(), Principal::Acciones{});
-            ventana->PonPagina(Pagina::Voces, new ucOpcVoz(
-                {.opciones = opcVoz, .voces = voces, .general = general, .prueba = prueba, .velocidadConSuper = [] {
-                     return true;
-                 }}));
+            ventana->PonPagina(
+                Pagina::Voces,
+                new ucOpcVoz(
+                    {.opciones = opcVoz, .voces = voces, .general = general, .prueba = prueba, .velocidadConSuper = [] {
+                         return true;
+                     }}));
             ventana->Muestra();
             return ventana;
         },

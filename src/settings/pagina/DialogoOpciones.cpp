@@ -13,7 +13,7 @@
 namespace ondalis {
 
 namespace {
-constexpr int kAirePie = 8;        // logical pixels above the buttons, besides the gap
+constexpr int kAirePie = 8;       // logical pixels above the buttons, besides the gap
 constexpr int kAnchoMarco = 110;  // of a window's frame beside its title: icon and buttons
 }  // namespace
 

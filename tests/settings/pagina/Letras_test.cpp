@@ -1,12 +1,11 @@
 // Pages and small dialogs in every look, with letters from small to very large. A page that needs more than its values
 // has the same test beside its others.
-#include "fakes/Aspectos.h"
-
 #include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>
 
 #include "desktop/Principal.h"
 #include "desktop/cListaOpciones.h"
+#include "fakes/Aspectos.h"
 #include "fakes/RegistroPropio.h"
 #include "reader/EditoresTexto.h"
 #include "settings/SonidosAviso.h"
@@ -20,12 +19,14 @@ class LetrasTest : public testing::Test {
 protected:
     // The page in the window, as it is used.
     void Comprueba(Pagina cual, const std::function<PaginaOpciones *()> &crea) {
-        CompruebaAspectos([&] {
-            auto ventana = std::make_unique<Principal>(r.Registro(), r.Log(), Principal::Acciones{});
-            ventana->PonPagina(cual, crea());
-            ventana->Muestra();
-            return ventana;
-        }, QLatin1String(cListaOpciones::Fila(cListaOpciones::Indice(cual)).control));
+        CompruebaAspectos(
+            [&] {
+                auto ventana = std::make_unique<Principal>(r.Registro(), r.Log(), Principal::Acciones{});
+                ventana->PonPagina(cual, crea());
+                ventana->Muestra();
+                return ventana;
+            },
+            QLatin1String(cListaOpciones::Fila(cListaOpciones::Indice(cual)).control));
     }
     template <class Dialogo, class Opciones>
     void Comprueba(Opciones &opciones) {
@@ -79,7 +80,8 @@ TEST_F(LetrasTest, TheCheckFindsATextThatIsTooFaint) {
     ventana.setPalette(tenue);
     std::vector<std::unique_ptr<QLabel>> rotulos;
     for (int i = 0; i < 3; ++i) {
-        rotulos.push_back(std::make_unique<QLabel>(i == 1 ? QStringLiteral("Tenue") : QStringLiteral("Fuerte"), &ventana));
+        rotulos.push_back(
+            std::make_unique<QLabel>(i == 1 ? QStringLiteral("Tenue") : QStringLiteral("Fuerte"), &ventana));
         rotulos.back()->setGeometry(0, 40 * i, 200, 30);
         if (i != 1) rotulos.back()->setStyleSheet(QStringLiteral("color: black"));
     }
