@@ -157,6 +157,7 @@ void Aviso::CreaPaginaVoz() {
     tabla->addWidget(m_voces, 1, 1);
     columna->addLayout(tabla);
     columna->addWidget(probar, 0, Qt::AlignRight);
+    setTabOrder(m_voces, probar);
     columna->addStretch();
     PonPrimero(m_fabricantes, descripcion);
 }

@@ -60,12 +60,15 @@ TEST_F(LetrasTest, TheDialogOfTextEditorsIsNeverCut) { Comprueba<EditoresTexto>(
 
 TEST_F(LetrasTest, TheChecksFindWhatOverlapsWhatIsOutOfOrderAndALetterUsedTwice) {
     QWidget ventana;
-    QPushButton primero(QStringLiteral("&Abrir"), &ventana), segundo(QStringLiteral("&Atrás"), &ventana);
+    QPushButton primero(QStringLiteral("&Abrir"), &ventana), segundo(QStringLiteral("&Atrás"), &ventana),
+        tercero(QStringLiteral("Otro"), &ventana);
+    tercero.setGeometry(0, 50, 80, 30);
     primero.setGeometry(0, 100, 80, 30);
     segundo.setGeometry(20, 110, 80, 30);
     ventana.show();
     EXPECT_NONFATAL_FAILURE(CompruebaQueNadaSeSolapa(ventana), "Abrir");
-    segundo.setGeometry(0, 0, 80, 30);
+    primero.setGeometry(0, 0, 80, 30);
+    segundo.setGeometry(0, 100, 80, 30);
     CompruebaQueNadaSeSolapa(ventana);
     EXPECT_NONFATAL_FAILURE(CompruebaOrdenDeLectura(ventana), "comes behind");
     EXPECT_NONFATAL_FAILURE(CompruebaMnemonicos(ventana), "Alt+A");
