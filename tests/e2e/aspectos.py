@@ -157,12 +157,12 @@ def _muestra_menu(b):
 def _muestra_ayuda(b):
     _elige(b)
     yield espera_ventana(b, 'Índice - Ayuda de Ondalis')
+    _cierra(b, 'Índice - Ayuda de Ondalis')
 
 
 def _muestra_tema(b):
-    if not hay_ventana(b, 'Índice - Ayuda de Ondalis'):
-        _elige(b)
-        espera_ventana(b, 'Índice - Ayuda de Ondalis')
+    _elige(b)
+    espera_ventana(b, 'Índice - Ayuda de Ondalis')
     b.tecla('Tab')
     b.tecla('Return')
     titulo = 'Leer lo que se copia - Ayuda de Ondalis'
