@@ -50,13 +50,26 @@ void cOpcVoz::SeleccionaInicial() {
     if (m_voces.Busca(ibm, carlos) != nullptr) SetVozActiva(carlos);
 }
 
+// False: what is stored is the name of no maker; the initial one stays. "IBM" is one also without its voices.
+bool cOpcVoz::CargaFabricante(bool haySAPI5) {
+    const auto fabricante = LeeFila(Fila("ComboFabricantes"));
+    if (!fabricante) return true;
+    if (haySAPI5 && *fabricante != QLatin1String("IBM") && !m_voces.Fabricantes().contains(*fabricante)) {
+        AnotaSinSentido(Fila("ComboFabricantes"));
+        return false;
+    }
+    SetFabricanteActivo(*fabricante);
+    return true;
+}
+
 void cOpcVoz::Carga(bool haySAPI5) {
-    if (const auto fabricante = LeeFila(Fila("ComboFabricantes"))) SetFabricanteActivo(*fabricante);
+    const bool disparate = !CargaFabricante(haySAPI5);
     if (!EsIBM() && !haySAPI5) {
         SetFabricanteActivo(QStringLiteral("IBM"));
         return;
     }
-    if (const auto voz = LeeFila(Fila("ComboVoces"))) SetVozActiva(*voz);
+    const auto voz = LeeFila(Fila("ComboVoces"));
+    if (voz && (!disparate || m_voces.Busca(FabricanteActivo(), *voz))) SetVozActiva(*voz);
     AplicaRangos();
     if (const auto velocidad = LeeFila(Fila("ScrollVelocidad")); velocidad && !SetVelocidad(velocidad->toInt()))
         AnotaSinSentido(Fila("ScrollVelocidad"));

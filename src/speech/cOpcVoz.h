@@ -58,6 +58,7 @@ public:
 private:
     // What the lists show before any stored value: "IBM" and "Carlos" where the catalogue has them.
     void SeleccionaInicial();
+    bool CargaFabricante(bool haySAPI5);
     void Carga(bool haySAPI5);
     // The five tags take the defaults of the "IBM" voice.
     void TomaValoresDeLaVoz();

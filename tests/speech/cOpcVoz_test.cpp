@@ -127,6 +127,21 @@ TEST_F(cOpcVozTest, AStoredMakerOtherThanIbmWithoutSAPI5FallsBackToIbmAndSkipsEv
     EXPECT_EQ(Guardado("FabricanteActivo"), QStringLiteral("Flite"));  // nothing is stored by loading
 }
 
+TEST_F(cOpcVozTest, AStoredMakerThatIsNoneGivesTheDefaultAndItsVoiceAndKeepsTheRest) {
+    Guarda("FabricanteActivo", "Nadie");
+    Guarda("VozActiva", "kal");  // another maker's
+    Guarda("Velocidad", "300");
+    const auto pagina = Abre();
+    EXPECT_EQ(pagina->FabricanteActivo(), QStringLiteral("IBM"));
+    EXPECT_EQ(pagina->VozActiva(), QStringLiteral("Carlos"));
+    EXPECT_EQ(pagina->Velocidad(), 300);
+    EXPECT_EQ(Guardado("FabricanteActivo"), QStringLiteral("Nadie"));  // nothing is stored by loading
+    ASSERT_EQ(banco.registro.LineasLog().size(), 1);
+    EXPECT_TRUE(banco.registro.LineasLog()[0].contains(QStringLiteral("Voz\\FabricanteActivo")));
+    Guarda("VozActiva", "Pilar");
+    EXPECT_EQ(Abre()->VozActiva(), QStringLiteral("Pilar"));
+}
+
 TEST_F(cOpcVozTest, AStoredMakerIbmWithoutSAPI5LoadsEverything) {
     Guarda("FabricanteActivo", "IBM");
     Guarda("VozActiva", "Pilar");

@@ -10,6 +10,8 @@
 #include <QSlider>
 #include <QWheelEvent>
 
+#include "desktop/Principal.h"
+#include "fakes/Aspectos.h"
 #include "fakes/EstadoDiseno.h"
 #include "fakes/PaletaOscura.h"
 #include "reader/PruebaVoz.h"
@@ -264,6 +266,24 @@ TEST_F(PaginaVozTest, TheCaptionsAreTheGivenOnesAndNoTwoControlsHaveTheSameName)
         if (!uno->accessibleName().isEmpty()) nombres << uno->accessibleName();
     EXPECT_GE(nombres.size(), 13);
     EXPECT_EQ(nombres.removeDuplicates(), 0);
+}
+
+TEST_F(PaginaVozTest, InTheWindowItIsWholeInEveryLook) {
+    conSuper = true;
+    opcVoz.SetValoresAvanzados(true);
+    CompruebaAspectos(
+        [&] {
+            auto ventana = std::make_unique<Principal>(almacen.Registro(), almacen.Log(), Principal::Acciones{});
+            ventana->PonPagina(
+                Pagina::Voces,
+                new ucOpcVoz(
+                    {.opciones = opcVoz, .voces = voces, .general = general, .prueba = prueba, .velocidadConSuper = [] {
+                         return true;
+                     }}));
+            ventana->Muestra();
+            return ventana;
+        },
+        QStringLiteral("FrameVoces"));
 }
 
 }  // namespace
