@@ -17,7 +17,8 @@ public:
     [[nodiscard]] virtual Fallo SetVoz(int numero) = 0;         // item of GetVoices; 5: no such item
     virtual void SetVelocidad(int velocidad) = 0;               // -10 to 10
     virtual void SetVolumen(int volumen) = 0;                   // 0 to 100
-    // Flags of Speak, without the asynchronous one: returns when it has been spoken or cancelled.
+    // Flags of Speak, without the asynchronous one: returns when it has been spoken or cancelled. 5: the engine
+    // couldn't say it.
     [[nodiscard]] virtual Fallo Habla(const QString &texto, int flags) = 0;
     virtual void EsperaFinal() = 0;
     // Completes the file; the failure is the first thing that went wrong with it since Abre.

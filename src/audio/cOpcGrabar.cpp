@@ -62,6 +62,20 @@ cOpcGrabar::cOpcGrabar(cRegistro &registro, cLog &log, const QString &ficheroDef
     if (const auto hercios = LeeEntero(Fila("CombokHz"), 0, std::numeric_limits<int>::max())) SetCalidadkHz(*hercios);
     if (const auto kbps = LeeEntero(Fila("Combokbps"), 0, std::numeric_limits<std::int16_t>::max()))
         SetCalidadkbps(*kbps);
+    CorrigeContradicciones();
+}
+
+// What the page can't show must not be in force behind it: neither spoken nor recorded, the reader would be mute.
+void cOpcGrabar::CorrigeContradicciones() {
+    if (!LeerTexto() && !GrabarTexto()) {
+        AnotaSinSentido(Fila("CheckLeer"));
+        SetLeerTexto(true);
+    }
+    if (int{AnadirFich()} + int{SobrescribirFich()} + int{NumerarFich()} == 1) return;
+    // Numbering goes first, and what isn't overwritten is added to, as the recording takes them.
+    AnotaSinSentido(Fila("OpcionAnadir"));
+    SetSobrescribirFich(SobrescribirFich() && !NumerarFich());
+    SetAnadirFich(!SobrescribirFich() && !NumerarFich());
 }
 
 bool cOpcGrabar::GrabaEnWAV() const { return Tag(QStringLiteral("FormatoAudio")) == QLatin1String("0"); }

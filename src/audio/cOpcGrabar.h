@@ -20,7 +20,7 @@ int FormatoSAPI5(int hercios);
 class cOpcGrabar : public TablaOpciones {
 public:
     // `ficheroDefecto`: absolute path of the default target, "Lectura.wav" in the music folder. Reads the stored
-    // values.
+    // values; those that contradict each other become what the page can show, and the log says so.
     cOpcGrabar(cRegistro &registro, cLog &log, const QString &ficheroDefecto);
 
     bool LeerTexto() const { return Booleano("CheckLeer"); }
@@ -45,6 +45,9 @@ public:
     void SetCalidadkbps(int kbps) { SetEntero("Combokbps", kbps); }
 
     void GuardaValores();
+
+private:
+    void CorrigeContradicciones();
 };
 
 }  // namespace ondalis

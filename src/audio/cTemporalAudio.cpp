@@ -18,8 +18,6 @@ namespace ondalis {
 
 namespace {
 
-constexpr off_t kCabecera = 44;  // of a WAV file
-
 QByteArray Bytes(const QString &ruta) { return QFile::encodeName(ruta); }
 
 Fallo DeErrno(int error) {
@@ -32,6 +30,18 @@ Fallo DeErrno(int error) {
         case EROFS: return Fallo::De(Fallo::PermisoDenegado);
         default: return Fallo::De(Fallo::ErrorDeAcceso);
     }
+}
+
+// Nothing at all, or the header of a WAV file alone: RIFF, a format chunk of 16 bytes, the head of "data".
+bool SinSonido(int descriptor) {
+    constexpr off_t kCabecera = 44;
+    constexpr char kRiff[] = {'R', 'I', 'F', 'F'};
+    struct stat datos {};
+    char principio[sizeof kRiff];
+    if (fstat(descriptor, &datos) != 0) return false;
+    if (datos.st_size != kCabecera) return datos.st_size == 0;
+    return pread(descriptor, principio, sizeof principio, 0) == ssize_t{sizeof principio} &&
+           std::memcmp(principio, kRiff, sizeof kRiff) == 0;
 }
 
 }  // namespace
@@ -64,9 +74,7 @@ bool cTemporalAudio::Borra() {
 }
 
 void cTemporalAudio::BorraVacio() {
-    struct stat datos {};
-    if (m_descriptor >= 0 && fstat(m_descriptor, &datos) == 0 && (datos.st_size == 0 || datos.st_size == kCabecera))
-        Borra();
+    if (m_descriptor >= 0 && SinSonido(m_descriptor)) Borra();
 }
 
 Fallo cTemporalAudio::Prepara(bool adopta) {

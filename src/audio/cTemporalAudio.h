@@ -24,7 +24,7 @@ public:
 
     // No file of ours is there any more; true when that is so. What another one left under the name is no obstacle.
     bool Borra();
-    // Borra where no sound has been written into it: it has a WAV file's header at most.
+    // Borra where no sound has been written into it: it is empty or the header of a WAV file alone.
     void BorraVacio();
     // The path to write to: the file that is ours, else a new empty one. `adopta`: a file that an earlier run left,
     // with nobody holding it, is taken on too, to be added to; it is never emptied or deleted. Failure 70, 75 or 61:

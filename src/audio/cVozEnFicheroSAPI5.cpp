@@ -13,6 +13,11 @@ Fallo cVozEnFicheroSAPI5::SetVoz(int numero) {
     return {};
 }
 
+Fallo cVozEnFicheroSAPI5::Habla(const QString &texto, int flags) {
+    if (Fallo fallo = m_voz.Speak(texto, flags)) return fallo;
+    return m_voz.FalloDelMotor();
+}
+
 // Silencing can't be refused.
 void cVozEnFicheroSAPI5::Cancela() { static_cast<void>(m_voz.Speak({}, SpVoice::Purga)); }
 

@@ -24,7 +24,7 @@ public:
     Fallo SetVoz(int numero) override;
     void SetVelocidad(int velocidad) override { m_voz.SetRate(velocidad); }
     void SetVolumen(int volumen) override { m_voz.SetVolume(volumen); }
-    Fallo Habla(const QString &texto, int flags) override { return m_voz.Speak(texto, flags); }
+    Fallo Habla(const QString &texto, int flags) override;
     void EsperaFinal() override { m_voz.WaitUntilDone(-1); }
     Fallo Cierra() override { return m_flujo.Close(); }
     void Cancela() override;

@@ -3,7 +3,6 @@
 #include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
-#include <QFormLayout>
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -15,6 +14,7 @@
 #include <QVBoxLayout>
 
 #include "desktop/ImgMonitor.h"
+#include "settings/pagina/AreaPagina.h"
 
 namespace ondalis {
 
@@ -60,7 +60,7 @@ Aviso::Aviso(Colaboradores colaboradores)
     auto *columna = new QVBoxLayout(this);
     columna->setContentsMargins(16, 16, 16, 12);
     m_paginas = new QStackedWidget;
-    columna->addWidget(m_paginas, 1);
+    columna->addWidget(new AreaPagina(m_paginas, 0), 1);
     CreaPaginaIcono();
     CreaPaginaLectura();
     CreaPaginaVoz();
@@ -149,12 +149,15 @@ void Aviso::CreaPaginaVoz() {
     m_fabricantes = Nombrado(new QComboBox, QStringLiteral("ComboFabricantes"), QStringLiteral("Fabricante"));
     m_voces = Nombrado(new QComboBox, QStringLiteral("ComboVoces"), QStringLiteral("Nombre"));
     auto *probar = Boton("Probar", QStringLiteral("&Probar Voz"), &Aviso::Probar_Click);
-    auto *tabla = new QFormLayout;
-    tabla->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-    tabla->addRow(Rotulo(QStringLiteral("&Fabricante"), m_fabricantes), m_fabricantes);
-    tabla->addRow(Rotulo(QStringLiteral("N&ombre"), m_voces), m_voces);
+    auto *tabla = new QGridLayout;
+    tabla->setColumnStretch(1, 1);
+    tabla->addWidget(Rotulo(QStringLiteral("&Fabricante"), m_fabricantes), 0, 0);
+    tabla->addWidget(m_fabricantes, 0, 1);
+    tabla->addWidget(Rotulo(QStringLiteral("N&ombre"), m_voces), 1, 0);
+    tabla->addWidget(m_voces, 1, 1);
     columna->addLayout(tabla);
     columna->addWidget(probar, 0, Qt::AlignRight);
+    setTabOrder(m_voces, probar);
     columna->addStretch();
     PonPrimero(m_fabricantes, descripcion);
 }
@@ -178,7 +181,9 @@ void Aviso::CreaPaginaTeclas() {
         listas.tecla = Nombrado(new QComboBox, QStringLiteral("Tecla") + comando, rotulo + QStringLiteral(", tecla"));
         for (const FilaTecla &tecla : TablaTeclas())
             listas.tecla->addItem(QLatin1String(tecla.rotulo), tecla.virtualKey);
-        tabla->addWidget(Rotulo(rotulo, listas.modificador), i, 0);
+        QLabel *letrero = Rotulo(rotulo, listas.modificador);
+        letrero->setWordWrap(true);  // with a large letter the row is wider than a screen
+        tabla->addWidget(letrero, i, 0);
         tabla->addWidget(listas.modificador, i, 1);
         tabla->addWidget(listas.tecla, i, 2);
     }
@@ -250,9 +255,8 @@ void Aviso::Init() {
 
 void Aviso::Coloca() {
     ensurePolished();
-    const QRect sitio = screen()->availableGeometry();
-    resize(sizeHint().expandedTo(minimumSizeHint()).boundedTo(sitio.size()));
-    move(sitio.center() - rect().center());
+    AjustaAPantalla(*this);
+    move(screen()->availableGeometry().center() - rect().center());
 }
 
 void Aviso::EstableceValores() {

@@ -2,12 +2,18 @@
 
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "reader/Arranque.h"
 #include "settings/cRegistro.h"
 
 namespace ondalis {
+
+namespace {
+constexpr int kFuera = 60;  // logical pixels of the screen's width that margins and frame take
+}
 
 LineaComandos::LineaComandos() {
     const QStringList textos = TextosLineaComandos();
@@ -26,6 +32,9 @@ LineaComandos::LineaComandos() {
         linea->setObjectName(QStringLiteral("Linea%1").arg(i + 1));
         linea->setAccessibleName(textos[i]);
         linea->setTextFormat(Qt::PlainText);
+        // Broken only where the screen has no room for it.
+        linea->setMinimumWidth(std::min(linea->sizeHint().width(), screen()->availableSize().width() - kFuera));
+        linea->setWordWrap(true);
         linea->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
         linea->setFocusPolicy(Qt::StrongFocus);  // each line can be reached, read and copied without a mouse
         columna->addWidget(linea);

@@ -19,6 +19,9 @@ namespace {
 
 constexpr int kAltoPagina = 3105 / kTwipsPorPixel;  // logical pixels, at least
 constexpr int kIconoEmpresa = 22;
+// Its contents begin level with the list's first label and end above the last button; the rest is for the focus' mark.
+constexpr QMargins kMargenesPagina{12, 4, 2, 2};
+constexpr int kAirePie = 4;  // logical pixels above the buttons, besides the gap
 
 PaginaOpciones *PaginaDe(QWidget *area) {
     auto *suya = qobject_cast<QScrollArea *>(area);
@@ -62,6 +65,7 @@ Principal::Principal(cRegistro &registro, cLog &log, Acciones acciones)
     for (QPushButton *uno : {m_aceptar, m_cancelar, m_ayuda}) pie->addWidget(uno);
     auto *todo = new QVBoxLayout(this);
     todo->addLayout(cuerpo, 1);
+    todo->addSpacing(kAirePie);
     todo->addLayout(pie);
 
     connect(m_lista, &ListaOpciones::Elegida, this, [this](Pagina cual) {
@@ -92,6 +96,7 @@ void Principal::Atajo(const QKeySequence &tecla, const std::function<void()> &ac
 
 void Principal::PonPagina(Pagina cual, PaginaOpciones *pagina) {
     Q_ASSERT(pagina->objectName() == QLatin1String(cListaOpciones::Fila(cListaOpciones::Indice(cual)).control));
+    pagina->layout()->setContentsMargins(kMargenesPagina);
     m_pila->addWidget(new AreaPagina(pagina, kAltoPagina));
     m_lista->Anade(cual);
     // "General" is selected at first; without it, whatever page came first.

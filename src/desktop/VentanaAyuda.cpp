@@ -7,9 +7,10 @@
 #include <QResource>
 #include <QScreen>
 #include <QShortcut>
-#include <QTextBrowser>
 #include <QTimer>
 #include <QVBoxLayout>
+
+#include "desktop/TextoAyuda.h"
 
 namespace ondalis {
 
@@ -30,7 +31,7 @@ VentanaAyuda::VentanaAyuda(QWidget *duena) : QWidget(duena, Banderas(duena)) {
     setObjectName(QStringLiteral("VentanaAyuda"));
     setAttribute(Qt::WA_DeleteOnClose);
     resize(kTamano.boundedTo(screen()->availableSize() - kHolgura));
-    m_texto = new QTextBrowser(this);
+    m_texto = new TextoAyuda(this);
     m_texto->setObjectName(QStringLiteral("TextoAyuda"));
     m_texto->setAccessibleName(QStringLiteral("Texto de la ayuda"));
     m_texto->setTextInteractionFlags(Qt::TextBrowserInteraction | Qt::TextSelectableByKeyboard);

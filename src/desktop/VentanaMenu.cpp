@@ -9,8 +9,13 @@
 #include <QVBoxLayout>
 
 #include "settings/cRegistro.h"
+#include "settings/pagina/AreaPagina.h"
 
 namespace ondalis {
+
+namespace {
+constexpr int kAncho = 360;  // logical pixels, at least
+}
 
 VentanaMenu::VentanaMenu(QMenu &menu) {
     setObjectName(QStringLiteral("VentanaMenu"));
@@ -20,7 +25,8 @@ VentanaMenu::VentanaMenu(QMenu &menu) {
         QStringLiteral("Este escritorio no tiene área de notificación. Aquí está el menú de Ondalis.");
     setAccessibleDescription(motivo);
 
-    auto *columna = new QVBoxLayout(this);
+    auto *todo = new QWidget;
+    auto *columna = new QVBoxLayout(todo);
     columna->setContentsMargins(16, 14, 16, 16);
     columna->setSpacing(4);
     auto *texto = new QLabel(motivo);
@@ -35,7 +41,10 @@ VentanaMenu::VentanaMenu(QMenu &menu) {
             Anade(*columna, *accion);
     }
     columna->addStretch();
-    setMinimumWidth(360);
+    todo->setMinimumWidth(kAncho);
+    auto *ventana = new QVBoxLayout(this);
+    ventana->setContentsMargins(0, 0, 0, 0);
+    ventana->addWidget(new AreaPagina(todo, 0));
     if (auto *primero = findChild<QPushButton *>()) primero->setFocus();
 }
 
@@ -56,6 +65,12 @@ void VentanaMenu::Anade(QVBoxLayout &columna, QAction &accion) {
     refleja();
     connect(&accion, &QAction::changed, boton, refleja);
     columna.addWidget(boton);
+}
+
+void VentanaMenu::showEvent(QShowEvent *evento) {
+    if (!evento->spontaneous() && !m_mostrada) AjustaAPantalla(*this);
+    m_mostrada = true;
+    QWidget::showEvent(evento);
 }
 
 void VentanaMenu::closeEvent(QCloseEvent *evento) {

@@ -18,10 +18,13 @@ public:
     explicit VentanaMenu(QMenu &menu);
 
 protected:
+    void showEvent(QShowEvent *evento) override;
     void closeEvent(QCloseEvent *evento) override;
 
 private:
     void Anade(QVBoxLayout &columna, QAction &accion);
+
+    bool m_mostrada = false;  // from then on its size is the user's
 };
 
 }  // namespace ondalis

@@ -29,8 +29,8 @@ namespace {
 class Escritorio {
 public:
     explicit Escritorio(char **argv) : m_aplicacion(m_soloNombre, argv) {
-        QApplication::setApplicationName(QStringLiteral("ondalis"));
-        QApplication::setApplicationDisplayName(QLatin1String(Producto::Titulo));
+        // No display name: the toolkit would append it to the windows' titles.
+        QApplication::setApplicationName(QLatin1String(Producto::Titulo));
         QApplication::setDesktopFileName(QStringLiteral("com.ferrano.Ondalis"));
         QApplication::setQuitOnLastWindowClosed(false);
         QApplication::setStyle(new cEstilo);  // the application takes it

@@ -1,6 +1,7 @@
 #include "desktop/cVentanaConfiguracion.h"
 
 #include "audio/ucOpcGrabar.h"
+#include "keys/TeclasLeeTeclado.h"
 #include "keys/ucOpcTeclasRap.h"
 #include "reader/EditoresTexto.h"
 #include "reader/PruebaConversion.h"
@@ -22,7 +23,6 @@ void cVentanaConfiguracion::Opciones() {
 
 void cVentanaConfiguracion::Descarga() {
     m_descargada = true;
-    if (m_teclasLeeTeclado && m_teclasLeeTeclado->isVisible()) m_teclasLeeTeclado->reject();
     if (m_logica) m_logica->Descarga();
 }
 
@@ -66,24 +66,15 @@ void cVentanaConfiguracion::CreaPaginas() {
                                 .velocidadConSuper = c.velocidadConSuper});
     PonPagina(Pagina::Voces, voces);
     c.form.AlCambiarVelocidad([voces] { voces->EstableceVelocidad(); });
-    PonPagina(Pagina::TipoLectura, new ucOpcTipoLectura(c.lector.opcTipoLectura,
-                                                        {.editoresTexto = Abre<EditoresTexto>(c.lector.editoresTexto),
-                                                         .teclasLeeTeclado = [this] { AbreTeclasLeeTeclado(); }}));
+    PonPagina(Pagina::TipoLectura,
+              new ucOpcTipoLectura(c.lector.opcTipoLectura,
+                                   {.editoresTexto = Abre<EditoresTexto>(c.lector.editoresTexto),
+                                    .teclasLeeTeclado = Abre<TeclasLeeTeclado>(c.lector.teclasLeeTeclado)}));
     PonPagina(Pagina::Grabar, new ucOpcGrabar(c.lector.opcGrabar, c.dialogo));
     PonPagina(Pagina::Diccionario, new ucOpcDiccionario(c.diccionario, c.lector.general, [this](const QString &texto) {
                   PruebaConversion(c.lector, c.form, texto);
               }));
     PonPagina(Pagina::TeclasRap, new ucOpcTeclasRap(c.lector.opcTeclasRap, c.lector.tecla, c.lector.general));
-}
-
-void cVentanaConfiguracion::AbreTeclasLeeTeclado() {
-    if (m_descargada) return;
-    if (!m_teclasLeeTeclado)
-        m_teclasLeeTeclado = std::make_unique<TeclasLeeTeclado>(
-            c.lector.teclasLeeTeclado, c.registro, c.lector.log,
-            [this](std::uintptr_t ventana, const QString &tema) { c.ayuda.MuestraClave(ventana, tema); },
-            m_ventana.get());
-    m_teclasLeeTeclado->Init();
 }
 
 }  // namespace ondalis

@@ -7,7 +7,6 @@
 
 #include "desktop/Principal.h"
 #include "desktop/cAyuda.h"
-#include "keys/TeclasLeeTeclado.h"
 #include "reader/cConfiguracion.h"
 #include "reader/cPruebaVoz.h"
 #include "settings/cDialogoFichero.h"
@@ -55,7 +54,6 @@ private:
         };
     }
     DialogoOpciones::Colaboradores ParaDialogos();
-    void AbreTeclasLeeTeclado();
     // The window takes `pagina` over.
     void PonPagina(Pagina cual, PaginaOpciones *pagina);
 
@@ -63,7 +61,6 @@ private:
     bool m_descargada = false;
     std::unique_ptr<Principal> m_ventana;
     std::unique_ptr<cConfiguracion> m_logica;
-    std::unique_ptr<TeclasLeeTeclado> m_teclasLeeTeclado;  // goes before the window, which is its owner on the screen
 };
 
 }  // namespace ondalis

@@ -16,7 +16,9 @@ struct EventoMotor {
     std::uint32_t posicion = 0;  // Palabra: source offset, UTF-16 units, 0-based
     std::uint32_t longitud = 0;  // Palabra: length in the source
     bool perdida = false;        // Aviso: a part of the text is not spoken
-    std::u16string texto;        // Marca: its name. Aviso: a line for the log (a restart, a clause skipped)
+    // Marca: its name. Aviso: a line for the log (a restart, a clause skipped). Fin: why the engine couldn't say the
+    // text to its end, or nothing of it at all; empty otherwise, also where it skipped a clause.
+    std::u16string texto;
 };
 
 // Called on the channel's own thread, never under a lock of the channel. May call the channel back.

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "engine/Utf8.h"
+
 namespace ondalis {
 
 using namespace std::chrono_literals;
@@ -18,12 +20,6 @@ constexpr std::size_t kMaxAvisos = 64;
 constexpr std::uint32_t kHzMin = 8000;
 constexpr std::uint32_t kHzMax = 48000;
 
-// An engine's own message, for the log: what isn't ASCII isn't worth a decoder.
-std::u16string EnAscii(const std::string &texto) {
-    std::u16string salida;
-    for (const char c : texto) salida += c >= ' ' && c <= '~' ? static_cast<char16_t>(c) : u'?';
-    return salida;
-}
 }  // namespace
 
 PlazosMotor PlazosMotor::SinPrisa() const {
@@ -47,8 +43,10 @@ void cBomba::Habla(Locucion locucion) {
     m_reproductor.Calla();  // silence before everything else
     m_pausa = false;
     m_numero = locucion.numero;
+    m_apuro.clear();
+    m_inacabada = m_suena = false;
     if (TamanoDeHabla(locucion) > kMaxTrama) {  // no worker would take it: it ends like a text with nothing to say
-        Avisa(u"La locución es demasiado larga", true);
+        AvisaApuro(u"La locución es demasiado larga", Perdida::Resto);
         locucion.tramos.clear();
     }
     m_recorrido.Empieza(std::move(locucion));
@@ -87,7 +85,7 @@ void cBomba::Pide() {
     m_formato = m_respondido = m_retenida = false;
     Calienta();
     if (!m_enlace) {
-        Avisa(u"No se puede iniciar el motor de voz", true);
+        AvisaApuro(u"No se puede iniciar el motor de voz", Perdida::Resto);
         Acaba();
         return;
     }
@@ -158,6 +156,7 @@ bool cBomba::Recibe(TramaPcm &trama) {
     if (trama.muestras.size() > kMaxMuestrasPcm) return false;
     if (trama.numero != m_numero || !m_debe) return true;
     if (!m_formato) return false;
+    m_suena = m_suena || std::ranges::any_of(trama.muestras, [](std::int16_t m) { return m != 0; });
     m_reproductor.Anade(trama.muestras);
     m_recorrido.Recibidas(trama.muestras.size());
     if (!trama.muestras.empty()) m_respondido = true, ArmaPlazo();
@@ -184,7 +183,10 @@ bool cBomba::Recibe(Trama &trama) {
         bien = m_recorrido.Marca(marca->muestra, std::move(marca->nombre));
     } else if (auto *error = std::get_if<TramaError>(&trama)) {
         if (!nuestra(error->numero)) return true;
-        Avisa(u"El motor de voz rechaza la locución: " + EnAscii(error->texto), true);
+        std::u16string texto = DeUtf8(error->texto);
+        std::ranges::replace_if(
+            texto, [](char16_t c) { return c < u' ' || c == u'\x7F'; }, u' ');
+        AvisaApuro(u"El motor de voz rechaza la locución: " + texto, Perdida::Parte);
     } else if (auto *fin = std::get_if<TramaFin>(&trama)) {
         if (!nuestra(fin->numero)) return true;
         if (m_recorrido.Sigue())
@@ -215,19 +217,19 @@ void cBomba::Falla(const char16_t *motivo) {
     std::u16string aviso = motivo;
     switch (m_recorrido.Falla()) {
         case cRecorrido::Remedio::Reintenta:
-            Avisa(aviso + u"; se reinicia");
+            AvisaApuro(aviso + u"; se reinicia", Perdida::Nada);
             Pide();
             break;
         case cRecorrido::Remedio::Salta:
-            Avisa(aviso + u"; se reinicia y se salta una frase", true);
+            AvisaApuro(aviso + u"; se reinicia y se salta una frase", Perdida::Parte);
             Pide();
             break;
         case cRecorrido::Remedio::Acaba:
-            Avisa(aviso + u" al final de la locución");
+            AvisaApuro(aviso + u" al final de la locución", Perdida::Nada);
             Acaba();
             break;
         case cRecorrido::Remedio::Abandona:
-            Avisa(aviso + u" demasiadas veces; se abandona la locución", true);
+            AvisaApuro(aviso + u" demasiadas veces; se abandona la locución", Perdida::Resto);
             Acaba();
             break;
     }
@@ -241,12 +243,14 @@ void cBomba::RevisaPlazo() {
     Falla(u"El motor de voz no responde");
 }
 
-void cBomba::Avisa(std::u16string texto, bool perdida) {
+void cBomba::AvisaApuro(std::u16string texto, Perdida perdida) {
+    m_apuro = texto;
+    m_inacabada = m_inacabada || perdida == Perdida::Resto;
     if (m_avisos.size() >= kMaxAvisos) return;
     EventoMotor evento;
     evento.numero = m_numero;
     evento.tipo = EventoMotor::Tipo::Aviso;
-    evento.perdida = perdida;
+    evento.perdida = perdida != Perdida::Nada;
     evento.texto = std::move(texto);
     m_avisos.push_back(std::move(evento));
 }
@@ -264,6 +268,7 @@ std::optional<EventoMotor> cBomba::SiguienteEvento() {
     EventoMotor fin;
     fin.numero = std::exchange(m_numero, 0);
     fin.tipo = EventoMotor::Tipo::Fin;
+    if (m_inacabada || !m_suena) fin.texto = std::exchange(m_apuro, {});
     m_reproductor.Reposa();
     return fin;
 }

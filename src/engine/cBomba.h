@@ -69,7 +69,9 @@ private:
     void ArmaPlazo();
     bool Retenida();
     bool Terminada() const { return m_numero != 0 && !m_debe && m_reproductor.TodoOido(); }
-    void Avisa(std::u16string texto, bool perdida = false);
+    // What a trouble takes of the text: nothing, a part, all that is left.
+    enum class Perdida { Nada, Parte, Resto };
+    void AvisaApuro(std::u16string texto, Perdida perdida);
 
     LanzadorMotor &m_lanzador;
     const Reloj &m_reloj;
@@ -89,6 +91,10 @@ private:
     std::uint64_t m_enviadosAlArmar = 0;
     unsigned m_generacion = 0;  // of the worker: counts its failures
     std::deque<EventoMotor> m_avisos;
+    // What went wrong last with m_numero; told with its end if the text couldn't be finished or nothing was heard.
+    std::u16string m_apuro;
+    bool m_inacabada = false;
+    bool m_suena = false;  // some of its sound isn't silence
 };
 
 }  // namespace ondalis

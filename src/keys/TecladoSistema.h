@@ -31,7 +31,7 @@ public:
     virtual void Inicia() = 0;
     virtual void Termina() = 0;
     // A program of process `proceso` has a new focus and is being asked what it is. An answer comes in any case within
-    // a short limit.
+    // seconds.
     virtual void SetPregunta(std::function<void(int proceso)> pregunta) = 0;
     // The answer to the newest question about that process. Desconocido: it doesn't say.
     virtual void SetRespuesta(std::function<void(int proceso, Rol rol)> respuesta) = 0;

@@ -1,35 +1,31 @@
 // The window "Teclas que inician la lectura": a list of keys and signs with check boxes, modal above the configuration
-// window. It stays loaded, hidden, between its uses. Made on first use. Main thread.
+// window. It stays loaded, hidden, between its uses. Main thread.
 #pragma once
 
-#include <QDialog>
-
 #include "keys/cTeclasLeeTeclado.h"
-#include "settings/SitioVentana.h"
+#include "settings/pagina/DialogoOpciones.h"
 
 class QListWidget;
 
 namespace ondalis {
 
-class TeclasLeeTeclado : public QDialog {
+class TeclasLeeTeclado : public DialogoOpciones {
 public:
-    // `ayuda` shows a topic of the help above this window.
-    TeclasLeeTeclado(cTeclasLeeTeclado &teclas, cRegistro &registro, cLog &log,
-                     std::function<void(std::uintptr_t ventana, const QString &tema)> ayuda, QWidget *dueno = nullptr);
+    // `teclas` outlives the dialog.
+    TeclasLeeTeclado(cTeclasLeeTeclado &teclas, Colaboradores c);
 
-    // Shows it with the accepted choice; returns when it closes.
+    // Shows it with the accepted choice; returns when it closes. When it stands there already, it comes to the front.
     void Init();
 
     void done(int resultado) override;  // every way out
 
-private:
-    void Rellena();
-    void Marcas();
-    void Coloca();
+protected:
+    void SetTags() override;
+    void EstableceValores() override;
+    void Salva() override { m_teclas.Acepta(); }
 
+private:
     cTeclasLeeTeclado &m_teclas;
-    SitioVentana m_sitio;
-    bool m_colocada = false;
     QListWidget *m_lista;  // child
 };
 

@@ -17,8 +17,6 @@ cGanchoTeclado::cGanchoTeclado(TecladoSistema &teclado, FocoAccesible &foco, Tem
     m_espera.SetManejador([this] {
         m_espera.SetEnabled(false);
         m_recienLlegada = false;
-        for (auto &[proceso, programa] : m_programas)
-            if (programa.preguntado) programa = {};  // its answer isn't coming any more
         SueltaEspera();
     });
 }
@@ -72,14 +70,17 @@ void cGanchoTeclado::Pregunta(int proceso) {
     if (!m_encendido) return;
     AnotaSuelto(proceso);
     m_programas[proceso].preguntado = true;
-    m_espera.SetEnabled(true);
 }
 
 void cGanchoTeclado::Responde(int proceso, Rol rol) {
     if (!m_encendido) return;
     AnotaSuelto(proceso);
-    m_programas[proceso] = {rol, false};
-    if (proceso == m_enFrente || proceso == m_suelto) m_recienLlegada = false;
+    // What waited for an answer that never came: better lost than a password told.
+    Programa &programa = m_programas[proceso];
+    const bool enJuego = proceso == m_enFrente || proceso == m_suelto;
+    if (rol == Rol::Desconocido && programa.preguntado && enJuego) m_enEspera.clear();
+    programa = {rol, false};
+    if (enJuego) m_recienLlegada = false;
     SueltaEspera();
 }
 

@@ -1,7 +1,7 @@
 // The hearing of typed keys: lets the presses of all programs through but for those into a field that hides them. Each
 // program's focused object is known from its own focus events, one question a focus change. While an answer is on its
-// way, and for a moment after a change of window, presses wait in order. A program that says nothing is heard. Owned
-// by main. Main thread.
+// way, and for a moment after a change of window, presses wait in order; those that waited for an answer that never
+// came are lost. A program that says nothing is heard. Owned by main. Main thread.
 #pragma once
 
 #include <deque>
@@ -16,8 +16,8 @@ namespace ondalis {
 
 class cGanchoTeclado : public GanchoTeclado {
 public:
-    // How long a window that comes to the front has for saying where its focus is, and an answer for coming. A program
-    // takes milliseconds; one that hangs is given up by then and counts as one that says nothing.
+    // How long a window that comes to the front has for saying where its focus is. A program takes milliseconds; one
+    // that has said nothing by then counts as one that never does.
     static constexpr int kEsperaFocoMs = 300;
     // Presses waiting at most: beyond, the oldest are dropped, since what waits so long isn't typed by a hand.
     static constexpr std::size_t kMaxEnEspera = 256;

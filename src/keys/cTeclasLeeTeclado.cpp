@@ -32,6 +32,19 @@ QChar DeWindows1252(int codigo) {
     return codigo > 0 && codigo <= 0xFF ? QChar(codigo) : QChar();
 }
 
+// Whether an accepted text can be walked to its end; the empty one can. Its final character starts no entry.
+bool EsEleccion(const QString &tag) {
+    const QStringView vista(tag);
+    for (qsizetype p = 0; p < vista.size() && (p == 0 || p + 1 < vista.size());) {
+        const int n = Cifras(vista.mid(p, 1));
+        if (n < 2 || p + n >= vista.size()) return false;
+        const QChar clase = vista[p + 1];
+        if (clase != u'c' && (clase != u'k' || Cifras(vista.mid(p + 2, n - 1)) < 0)) return false;
+        p += n + 1;
+    }
+    return true;
+}
+
 }  // namespace
 
 cTeclasLeeTeclado::cTeclasLeeTeclado(cRegistro &registro, cGeneral &general, QStringList carpetas)
@@ -43,8 +56,13 @@ void cTeclasLeeTeclado::Carga(cGeneral::Aviso aviso) {
     CargaTeclas(aviso);
     if (!m_cargada) return;
     SetTags();
-    m_tag = m_registro.Lee(QStringLiteral("CU"), Producto::Ruta(), QStringLiteral("TipoLectura"),
-                           QStringLiteral("TeclasLeeTeclado"), m_tag);
+    const QString seccion = QStringLiteral("TipoLectura"), nombre = QStringLiteral("TeclasLeeTeclado");
+    const QString guardado = m_registro.Lee(QStringLiteral("CU"), Producto::Ruta(), seccion, nombre, m_tag);
+    if (EsEleccion(guardado))
+        m_tag = guardado;
+    else
+        m_general.Log().Escribe(QStringLiteral("TeclasLeeTeclado.Form_Load: "), Fallo::De(Fallo::TipoNoCoincide),
+                                seccion + QLatin1Char('\\') + nombre);
     EstableceValores();
 }
 

@@ -6,6 +6,7 @@
 #include "engine/Dialectos.h"
 #include "engine/HablantesIBM.h"
 #include "engine/Protocolo.h"
+#include "engine/Utf8.h"
 #include "libs/ondalis_eci_texto.h"
 
 namespace ondalis {
@@ -14,6 +15,8 @@ namespace {
 
 constexpr int kHercios = 11025;                                        // the ECI engine's rate
 constexpr std::size_t kMaxPendiente = std::size_t{128} * 1024 * 1024;  // UTF-16 units
+
+constexpr char kFaltaTexto[] = "El motor de voz no ha podido decir una parte del texto";
 
 // In a range of their own: the reader's other voices count from 1.
 std::uint64_t NumeroNuevo() {
@@ -166,7 +169,12 @@ void cInstanciaECI::EventoDeMotor(const EventoMotor &evento) {
         const bool fallo = m_enFichero && m_servicio.salida->Error() != 0;
         if (!fin && !fallo) return;
         if (fallo && !fin) m_servicio.fichero->Detiene();
-        if (m_enFichero && !CompletaFichero()) aviso = TextoDeECI(m_error);
+        if (m_enFichero && !CompletaFichero()) {
+            aviso = TextoDeECI(m_error);
+        } else if (fin && (m_perdida || !evento.texto.empty())) {  // the channel has logged it
+            m_fallida = m_numero;
+            m_error = evento.texto.empty() ? kFaltaTexto : EnUtf8(evento.texto);
+        }
         m_numero = 0;
     }
     if (!aviso.empty()) m_servicio.avisa(aviso);
@@ -177,9 +185,9 @@ void cInstanciaECI::EventoDeMotor(const EventoMotor &evento) {
 bool cInstanciaECI::CompletaFichero() {
     m_enFichero = false;
     const int error = m_servicio.salida->Cierra();
-    if (error == 0 && !m_perdida) return true;
+    if (error == 0) return true;
     m_fallida = m_numero;
-    m_error = error != 0 ? Motivo(error) : "El motor de voz no ha podido decir una parte del texto";
+    m_error = Motivo(error);
     return false;
 }
 

@@ -42,8 +42,8 @@ private:
     std::atomic<std::uint64_t> m_numero{0};  // the utterance under way; 0: none. Written under m_cerrojo
     mutable std::mutex m_cerrojo;            // the rest
     bool m_enFichero = false;                // the speech under way goes into a file
-    std::uint64_t m_fallida = 0;             // whose file couldn't be written, or isn't whole
-    bool m_perdida = false;                  // the speech under way has lost a part of its text
+    std::uint64_t m_fallida = 0;             // that couldn't be said or written to its end
+    bool m_perdida = false;                  // the file under way lacks a part of its text
     std::string m_error;
 };
 

@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
+
+#include "engine/Utf8.h"
 
 namespace ondalis {
 
@@ -20,32 +21,6 @@ constexpr std::array<char16_t, 32> kWindows1252 = {0x20AC, 0x0081, 0x201A, 0x019
 unsigned char Byte(char c) { return static_cast<unsigned char>(c); }
 bool EsContinuacion(char c) { return (Byte(c) & 0xC0) == 0x80; }
 
-// The character at `pos`, which is left behind it; nothing when no shortest form of one stands there.
-std::optional<char32_t> LeeUtf8(std::string_view bytes, std::size_t &pos) {
-    const unsigned char primero = Byte(bytes[pos]);
-    if (primero < 0x80) return bytes[pos++];
-    const std::size_t siguen = primero >= 0xF0 ? 3 : primero >= 0xE0 ? 2 : 1;
-    if (primero < 0xC2 || primero > 0xF4 || bytes.size() - pos <= siguen) return std::nullopt;
-    char32_t letra = primero & (0x3Fu >> siguen);
-    for (std::size_t i = 1; i <= siguen; ++i) {
-        if (!EsContinuacion(bytes[pos + i])) return std::nullopt;
-        letra = letra << 6 | (Byte(bytes[pos + i]) & 0x3Fu);
-    }
-    constexpr char32_t kMinimos[] = {0, 0x80, 0x800, 0x10000};
-    if (letra < kMinimos[siguen] || letra > 0x10FFFF || (letra >= 0xD800 && letra < 0xE000)) return std::nullopt;
-    pos += siguen + 1;
-    return letra;
-}
-
-void Anade(std::u16string &texto, char32_t letra) {
-    if (letra < 0x10000) {
-        texto += static_cast<char16_t>(letra);
-    } else {
-        texto += static_cast<char16_t>(0xD800 + ((letra - 0x10000) >> 10));
-        texto += static_cast<char16_t>(0xDC00 + ((letra - 0x10000) & 0x3FF));
-    }
-}
-
 }  // namespace
 
 std::u16string TextoDeECI(std::string_view bytes) {
@@ -56,7 +31,7 @@ std::u16string TextoDeECI(std::string_view bytes) {
     std::size_t pos = 0;
     while (pos < bytes.size()) {
         if (const auto letra = LeeUtf8(bytes, pos)) {
-            Anade(texto, *letra);
+            AnadeUtf16(texto, *letra);
         } else if (conMarca) {
             texto += kSustituto;
             ++pos;

@@ -2,11 +2,6 @@
 
 namespace ondalis {
 
-void SinGrabadora::GrabaEnFichero(const QString &, const QString &, const OpcionesGrabacion *) {
-    m_log.Escribe(QStringLiteral("cFormPrincipal.GrabaEnFichero: "),
-                  QStringLiteral("La grabación en fichero no está disponible"));
-}
-
 void SinVentanas::Opciones() {
     m_log.Escribe(QStringLiteral("cFormPrincipal.Opciones_Click: "),
                   QStringLiteral("La ventana de configuración no está disponible"));

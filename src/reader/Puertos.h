@@ -111,17 +111,6 @@ public:
     virtual void DescargaFormularios() {}
 };
 
-// Without a recorder each wish to record leaves a line in the log; the text itself never enters it.
-class SinGrabadora : public Grabadora {
-public:
-    explicit SinGrabadora(cLog &log) : m_log(log) {}
-    void GrabaEnFichero(const QString &texto, const QString &ficheroTexto,
-                        const OpcionesGrabacion *opciones = nullptr) override;
-
-private:
-    cLog &m_log;
-};
-
 // Without windows the wish to see one leaves a line in the log. `salir` ends the program.
 class SinVentanas : public Ventanas {
 public:

@@ -47,6 +47,8 @@ protected:
     std::optional<QString> LeeFila(const FilaOpcion &fila);
     // The same for a whole number; outside the limits it is senseless too.
     std::optional<int> LeeEntero(const FilaOpcion &fila, int minimo, int maximo);
+    // The log line of a stored value that makes no sense; its text isn't told.
+    void AnotaSinSentido(const FilaOpcion &fila);
     // Stores `valor`, a tag, in the row's form. False when it could not be stored.
     bool SalvaFila(const FilaOpcion &fila, const QString &valor);
     // The plain loading and saving of a page all of whose rows are simple: design values, then the stored ones.
@@ -57,8 +59,6 @@ protected:
     cLog &m_log;
 
 private:
-    void AnotaSinSentido(const FilaOpcion &fila);
-
     std::span<const FilaOpcion> m_filas;
     QString m_objeto;
     std::map<QString, QString> m_tags;

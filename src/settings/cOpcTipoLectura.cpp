@@ -19,6 +19,10 @@ constexpr FilaOpcion kFilas[] = {
 cOpcTipoLectura::cOpcTipoLectura(cRegistro &registro, cLog &log)
     : TablaOpciones(kFilas, registro, log, QStringLiteral("ucOpcTipoLectura")) {
     CargaFilas();
+    // A limit that the box can't show would silence the clipboard behind the user's back.
+    if (CharsMiniTexto() >= 0 && CharsMiniTexto() <= MaxMiniTexto) return;
+    AnotaSinSentido(Fila("ValorMiniTexto"));
+    SetTag(QStringLiteral("ValorMiniTexto"), QLatin1String(Fila("ValorMiniTexto").diseno));
 }
 
 }  // namespace ondalis

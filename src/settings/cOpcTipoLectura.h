@@ -7,6 +7,8 @@ namespace ondalis {
 
 class cOpcTipoLectura : public TablaOpciones {
 public:
+    static constexpr int MaxMiniTexto = 32767;  // characters; a stored limit beyond it, or below 0, makes no sense
+
     cOpcTipoLectura(cRegistro &registro, cLog &log);  // reads the stored values
 
     bool LeePortapapeles() const { return Booleano("CheckPortapapeles"); }

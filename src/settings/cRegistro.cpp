@@ -150,7 +150,7 @@ void cRegistro::Revisa(const QString &fichero) {
 
 // QSettings would wait for its lock without end.
 bool cRegistro::CandadoLibre(const QString &fichero, const QString &procedimiento) {
-    constexpr int kEsperaMs = 1000, kTramoMs = 100;
+    constexpr int kEsperaMs = 1000, kTopeMs = 10'000, kTramoMs = 10;
     const QString ruta = fichero + QStringLiteral(".lock");
     if (!QFileInfo::exists(ruta)) return true;
     QLockFile candado(ruta);
@@ -158,7 +158,14 @@ bool cRegistro::CandadoLibre(const QString &fichero, const QString &procedimient
     // Somebody who holds it and hangs costs one wait, not one for each value. Looking again and again finds the lock of
     // a process that was killed a moment ago, too young to be told from one just made.
     QDeadlineTimer plazo(m_almacenes->atascado ? 0 : kEsperaMs);
+    const QDeadlineTimer tope(m_almacenes->atascado ? 0 : kTopeMs);
+    QDateTime anterior;
     do {
+        // Others who write one after the other don't hang: each new lock of theirs begins the wait anew.
+        if (const QDateTime deAhora = QFileInfo(ruta).lastModified(); deAhora != anterior && !tope.hasExpired()) {
+            anterior = deAhora;
+            plazo.setRemainingTime(std::min<qint64>(kEsperaMs, tope.remainingTime()));
+        }
         SueltaCandadoHuerfano(QFile::encodeName(ruta).constData());
         if (candado.tryLock(static_cast<int>(std::min<qint64>(plazo.remainingTime(), kTramoMs)))) {
             m_almacenes->atascado = false;

@@ -12,8 +12,6 @@ namespace ondalis {
 
 namespace {
 
-constexpr int kMaxMiniTexto = 32767;  // characters
-
 // A row that depends on the check box above it.
 QHBoxLayout *Sangrada(QVBoxLayout &columna, const QWidget &de) {
     auto *fila = new QHBoxLayout;
@@ -43,7 +41,7 @@ void ucOpcTipoLectura::PonPortapapeles(QVBoxLayout &columna) {
     QHBoxLayout *mini = Sangrada(columna, *this);
     m_miniTexto = Casilla("CheckMiniTexto", QStringLiteral("No leer texto inferior a"), true);
     m_valorMiniTexto = new cCajaNumero("ValorMiniTexto", QStringLiteral("No leer texto inferior a, caracteres"));
-    m_valorMiniTexto->setRange(0, kMaxMiniTexto);
+    m_valorMiniTexto->setRange(0, cOpcTipoLectura::MaxMiniTexto);
     m_valorMiniTexto->setValue(15);
     m_etiqueta = new QLabel(QStringLiteral("caracteres"));
     m_etiqueta->setObjectName(QStringLiteral("Etiqueta"));
@@ -74,6 +72,15 @@ void ucOpcTipoLectura::PonPortapapeles(QVBoxLayout &columna) {
 void ucOpcTipoLectura::PonTeclado(QVBoxLayout &columna) {
     m_leeTeclado = Casilla("CheckLeeTeclado", QStringLiteral("Leer el texto tecleado en cualquier aplicación"));
     columna.addWidget(m_leeTeclado);
+    // Heard with the box that it is about, and seen under it.
+    const QString aviso = QStringLiteral(
+        "Las contraseñas no se leen, salvo en programas que no dicen qué campos tienen, como las ventanas de "
+        "terminal.");
+    m_leeTeclado->setAccessibleDescription(aviso);
+    auto *letrero = new QLabel(aviso);
+    letrero->setObjectName(QStringLiteral("AvisoContrasenas"));
+    letrero->setWordWrap(true);
+    Sangrada(columna, *this)->addWidget(letrero, 1);
     m_leeCambioApp = Casilla("CheckLeeCambioApp", QStringLiteral("Leer texto tecleado al cambiar de aplicación"));
     Sangrada(columna, *this)->addWidget(m_leeCambioApp);
     QHBoxLayout *teclas = Sangrada(columna, *this);

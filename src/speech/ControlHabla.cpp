@@ -32,6 +32,7 @@ struct ControlHabla::Interno {
     std::mutex cerrojo;
     std::deque<EventoMotor> pendientes;  // Words and Ends not yet delivered, as they came; under cerrojo
     std::uint64_t ultimoFin = 0;         // whose End came last; under cerrojo
+    std::u16string apuro;                // that it came with; under cerrojo
     std::uint64_t sinPalabras = 0;  // the utterance whose Words nobody wants: a book's would pile up; under cerrojo
 };
 
@@ -67,6 +68,7 @@ void ControlHabla::Acepta(const ParametrosVoz &voz, std::vector<Tramo> tramos, M
     {
         const std::lock_guard cerrojo(m_interno->cerrojo);
         m_interno->sinPalabras = aviso || espera ? numero : 0;
+        m_interno->apuro.clear();
     }
     // Queued before the channel knows of it: no Word and no End can be ahead of it.
     m_cola.Pon(cCola::Clase::Inicio, [interno = m_interno, numero] {
@@ -94,6 +96,11 @@ bool ControlHabla::EsperaHasta(std::uint64_t numero, int limiteMs) {
 
 bool ControlHabla::EsperaActual(int limiteMs) { return !m_actual || EsperaHasta(m_actual->numero, limiteMs); }
 
+QString ControlHabla::Apuro() const {
+    const std::lock_guard cerrojo(m_interno->cerrojo);
+    return QString::fromStdU16String(m_interno->apuro);
+}
+
 void ControlHabla::EsperaFin(std::uint64_t numero, int limiteMs) {
     // Its Start and its End wait in the queue meanwhile and are delivered after the call, with EstadoVoz still 1.
     if (EsperaHasta(numero, limiteMs)) return;
@@ -102,6 +109,7 @@ void ControlHabla::EsperaFin(std::uint64_t numero, int limiteMs) {
     m_canal.Detiene();
     EventoMotor fin;
     fin.numero = numero;
+    fin.texto = u"El motor de voz no termina";
     EventoDeMotor(fin);
 }
 
@@ -212,7 +220,10 @@ void ControlHabla::EventoDeMotor(const EventoMotor &evento) {
         const std::lock_guard cerrojo(m_interno->cerrojo);
         if (!fin && evento.numero == m_interno->sinPalabras) return;
         m_interno->pendientes.push_back(evento);
-        if (fin) m_interno->ultimoFin = evento.numero;
+        if (fin) {
+            m_interno->ultimoFin = evento.numero;
+            m_interno->apuro = evento.texto;
+        }
     }
     PideEntrega();
     if (fin) m_cola.Despierta();

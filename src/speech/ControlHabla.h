@@ -63,6 +63,9 @@ protected:
     // Blocks until what is being spoken has been heard or stopped, or `limiteMs` has passed (-1: no limit). True: it
     // has.
     bool EsperaActual(int limiteMs);
+    // Why the engine couldn't say what was waited for last to its end, or nothing of it; empty: it could, or it was
+    // stopped.
+    QString Apuro() const;
     cLog &Log() { return m_log; }
     // What a waiting notice may take beyond two seconds a character before it is given up and logged.
     void SetMargenEspera(int milisegundos) { m_margenEsperaMs = milisegundos; }

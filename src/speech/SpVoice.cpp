@@ -10,19 +10,13 @@ namespace ondalis {
 
 namespace {
 
-// Words a minute of rate 0, and the range that every engine of the worker takes.
-constexpr double kVelocidadMedia = 170;
-constexpr int kVelocidadMinima = 70;
-constexpr int kVelocidadMaxima = 450;
+constexpr double kVelocidadMedia = 170;  // words a minute of rate 0
 
 // Different requirements of one text that are looked up: a text made to ask for more mustn't hold the call up.
 constexpr std::size_t kMaxVocesDeTexto = 200;
 
-// Ten steps are a factor of three, as the interface publishes it.
-int PalabrasPorMinuto(int rate) {
-    return std::clamp(static_cast<int>(std::lround(kVelocidadMedia * std::pow(3.0, rate / 10.0))), kVelocidadMinima,
-                      kVelocidadMaxima);
-}
+// Ten steps are a factor of three, as the interface publishes it: 57 to 510, and no two steps are the same.
+int PalabrasPorMinuto(int rate) { return static_cast<int>(std::lround(kVelocidadMedia * std::pow(3.0, rate / 10.0))); }
 
 // "Name=Value": a language matches when it is one of the token's several; an attribute without "=" must only be there.
 bool Cumple(const TokenVoz &token, const QString &condicion) {
@@ -113,6 +107,11 @@ void SpVoice::ResuelveVoces(std::vector<Tramo> &tramos) const {
         tramo.texto = QString::fromStdString(token->voz).toStdU16String();
         return false;
     });
+}
+
+Fallo SpVoice::FalloDelMotor() const {
+    const QString apuro = Apuro();
+    return apuro.isEmpty() ? Fallo{} : Fallo::De(Fallo::LlamadaNoValida, apuro);
 }
 
 Fallo SpVoice::Speak(const QString &texto, int flags) {

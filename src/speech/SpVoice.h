@@ -54,6 +54,10 @@ public:
     // Blocks until what is being spoken has been heard or stopped, or `ms` milliseconds have passed; -1: however long
     // it takes. True: nothing is being spoken any more. Events wait as they do in a call without flag 1.
     bool WaitUntilDone(int ms) { return EsperaActual(ms); }
+    // The failure of a call without flag 1 that was accepted and has returned: 5, with the reason, where the engine
+    // couldn't say the text to its end, or nothing of it. For whoever makes a file or has nothing else to do; a reader
+    // goes on.
+    [[nodiscard]] Fallo FalloDelMotor() const;
     void Pause() { ControlHabla::Pausa(); }
     void Resume() { ControlHabla::Reanuda(); }
     using ControlHabla::EnPausa;

@@ -16,7 +16,8 @@ public:
     virtual void SetRate(int rate) = 0;
     virtual int Volume() const = 0;
     virtual void SetVolume(int volume) = 0;
-    // `texto` may hold XML. Returns when it has been heard, or was silenced, which is no failure.
+    // `texto` may hold XML. Returns when it has been heard, or was silenced, which is no failure. 5: the engine
+    // couldn't say it.
     [[nodiscard]] virtual Fallo Speak(const QString &texto) = 0;
     // The same into a new WAV file. `formato`: SpeechAudioFormatType of the file, 0 for the engine's own rate.
     [[nodiscard]] virtual Fallo SpeakAFichero(const QString &texto, const QString &ruta, int formato) = 0;

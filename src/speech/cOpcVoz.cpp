@@ -50,16 +50,31 @@ void cOpcVoz::SeleccionaInicial() {
     if (m_voces.Busca(ibm, carlos) != nullptr) SetVozActiva(carlos);
 }
 
+// False: what is stored is the name of no maker; the initial one stays. "IBM" is one also without its voices.
+bool cOpcVoz::CargaFabricante(bool haySAPI5) {
+    const auto fabricante = LeeFila(Fila("ComboFabricantes"));
+    if (!fabricante) return true;
+    if (haySAPI5 && *fabricante != QLatin1String("IBM") && !m_voces.Fabricantes().contains(*fabricante)) {
+        AnotaSinSentido(Fila("ComboFabricantes"));
+        return false;
+    }
+    SetFabricanteActivo(*fabricante);
+    return true;
+}
+
 void cOpcVoz::Carga(bool haySAPI5) {
-    if (const auto fabricante = LeeFila(Fila("ComboFabricantes"))) SetFabricanteActivo(*fabricante);
+    const bool disparate = !CargaFabricante(haySAPI5);
     if (!EsIBM() && !haySAPI5) {
         SetFabricanteActivo(QStringLiteral("IBM"));
         return;
     }
-    if (const auto voz = LeeFila(Fila("ComboVoces"))) SetVozActiva(*voz);
+    const auto voz = LeeFila(Fila("ComboVoces"));
+    if (voz && (!disparate || m_voces.Busca(FabricanteActivo(), *voz))) SetVozActiva(*voz);
     AplicaRangos();
-    if (const auto velocidad = LeeFila(Fila("ScrollVelocidad"))) SetVelocidad(velocidad->toInt());
-    if (const auto volumen = LeeFila(Fila("ScrollVolumen"))) SetVolumen(volumen->toInt());
+    if (const auto velocidad = LeeFila(Fila("ScrollVelocidad")); velocidad && !SetVelocidad(velocidad->toInt()))
+        AnotaSinSentido(Fila("ScrollVelocidad"));
+    if (const auto volumen = LeeFila(Fila("ScrollVolumen")); volumen && !SetVolumen(volumen->toInt()))
+        AnotaSinSentido(Fila("ScrollVolumen"));
     if (const auto avanzados = LeeFila(Fila("CheckAvanzados"))) SetValoresAvanzados(*avanzados == QLatin1String("1"));
     if (!ValoresAvanzados()) return;
     for (const char *control : kAvanzados) {
@@ -97,20 +112,23 @@ std::int16_t cOpcVoz::Velocidad() const {
     return static_cast<std::int16_t>(Entero("ScrollVelocidad") - (EsIBM() ? 0 : kCeroSAPI5));
 }
 
-void cOpcVoz::SetVelocidad(int velocidad) {
+bool cOpcVoz::SetVelocidad(int velocidad) {
     const int cero = EsIBM() ? 0 : kCeroSAPI5;
     const RangoOpcion rango = RangoVelocidad(EsIBM());
-    if (velocidad >= rango.minimo - cero && velocidad <= rango.maximo - cero)
-        SetEntero("ScrollVelocidad", velocidad + cero);
+    if (velocidad < rango.minimo - cero || velocidad > rango.maximo - cero) return false;
+    SetEntero("ScrollVelocidad", velocidad + cero);
+    return true;
 }
 
 std::int32_t cOpcVoz::Volumen() const { return Entero("ScrollVolumen") * (EsIBM() ? kMilesIBM : 1); }
 
-void cOpcVoz::SetVolumen(int volumen) {
+bool cOpcVoz::SetVolumen(int volumen) {
     const RangoOpcion rango = RangoVolumen(EsIBM());
     // Half to even, as the system rounds everywhere.
     const int valor = EsIBM() ? static_cast<int>(std::nearbyint(volumen / double{kMilesIBM})) : volumen;
-    if (valor >= rango.minimo && valor <= rango.maximo) SetEntero("ScrollVolumen", valor);
+    if (valor < rango.minimo || valor > rango.maximo) return false;
+    SetEntero("ScrollVolumen", valor);
+    return true;
 }
 
 bool cOpcVoz::CambiaVoz(const QString &fabricante, const QString &voz) {
@@ -130,6 +148,8 @@ void cOpcVoz::SetTagsAvanzados() {
 void cOpcVoz::TomaValoresDeLaVoz() {
     if (!EsIBM()) return;
     const RegistroVoz *fila = m_voces.Busca(FabricanteActivo(), VozActiva());
+    // In the place of a voice that isn't there Carlos speaks, and as himself.
+    if (fila == nullptr) fila = m_voces.Busca(FabricanteActivo(), QStringLiteral("Carlos"));
     if (fila == nullptr) return;
     SetEntero("ScrollTono", fila->TonoDefecto);
     SetEntero("ScrollFluctuacion", fila->FluctuacionDefecto);

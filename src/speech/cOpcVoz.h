@@ -28,9 +28,9 @@ public:
     std::int16_t NumeroVoz() const;    // NumeroSAPI5 of the first row equal in name and maker, else 0
     std::int32_t LenguaVoz() const;    // LCID of the first row of that name, else 0
     std::int16_t Velocidad() const;    // "IBM" 70 to 450 words a minute; others -10 to 10
-    void SetVelocidad(int velocidad);  // refused outside the range
+    bool SetVelocidad(int velocidad);  // false: refused, outside the range
     std::int32_t Volumen() const;      // "IBM" 1000 to 65000; others 0 to 100
-    void SetVolumen(int volumen);      // refused outside the range; "IBM" rounds to thousands
+    bool SetVolumen(int volumen);      // false: refused, outside the range; "IBM" rounds to thousands
     bool ValoresAvanzados() const { return Booleano("CheckAvanzados"); }
     void SetValoresAvanzados(bool valor) { SetBooleano("CheckAvanzados", valor); }
     std::int16_t Tono() const { return static_cast<std::int16_t>(Entero("ScrollTono")); }
@@ -43,7 +43,8 @@ public:
     // page. Another maker takes speed and volume to its family's defaults and the advanced values off where there are
     // none; another voice brings its own five values. False when this pair is the accepted one already.
     bool CambiaVoz(const QString &fabricante, const QString &voz);
-    // With the advanced values off and an "IBM" voice, the five tags take that voice's defaults.
+    // With the advanced values off and an "IBM" voice, the five tags take that voice's defaults; those of Carlos, who
+    // speaks in its place, where the catalogue hasn't got it.
     void SetTagsAvanzados();
     void GuardaValores();
     // Stores one speed at once, as the hot keys do.
@@ -57,6 +58,7 @@ public:
 private:
     // What the lists show before any stored value: "IBM" and "Carlos" where the catalogue has them.
     void SeleccionaInicial();
+    bool CargaFabricante(bool haySAPI5);
     void Carga(bool haySAPI5);
     // The five tags take the defaults of the "IBM" voice.
     void TomaValoresDeLaVoz();

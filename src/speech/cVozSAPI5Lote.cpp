@@ -20,12 +20,16 @@ void cVozSAPI5Lote::SetVolume(int volume) {
     m_deFichero.SetVolume(volume);
 }
 
-Fallo cVozSAPI5Lote::Speak(const QString &texto) { return m_viva.Speak(texto, SpVoice::XML); }
+Fallo cVozSAPI5Lote::Speak(const QString &texto) {
+    if (Fallo fallo = m_viva.Speak(texto, SpVoice::XML)) return fallo;
+    return m_viva.FalloDelMotor();
+}
 
 Fallo cVozSAPI5Lote::SpeakAFichero(const QString &texto, const QString &ruta, int formato) {
     m_flujo.SetFormatType(formato);
     if (Fallo fallo = m_flujo.Open(ruta, SpFileStream::SSFMCreateForWrite)) return fallo;
     Fallo fallo = m_deFichero.Speak(texto, SpVoice::XML);
+    if (!fallo) fallo = m_deFichero.FalloDelMotor();
     Fallo cierre = m_flujo.Close();
     return fallo ? fallo : cierre;
 }

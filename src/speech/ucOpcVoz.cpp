@@ -2,7 +2,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QFormLayout>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -14,10 +14,13 @@
 #include "settings/pagina/EnlaceControles.h"
 #include "settings/pagina/cCajaNumero.h"
 #include "settings/pagina/cDeslizador.h"
+#include "settings/pagina/cLista.h"
 
 namespace ondalis {
 
 namespace {
+
+constexpr int kSeparacion = 2;  // logical pixels, besides the two gaps
 
 struct FilaAvanzado {
     const char *barra;
@@ -43,9 +46,7 @@ void PonRango(cDeslizador &barra, const RangoOpcion &rango) {
 }
 
 QComboBox *Lista(const char *nombre, const QString &rotulo) {
-    auto *lista = new QComboBox;
-    lista->setObjectName(QLatin1String(nombre));
-    lista->setAccessibleName(rotulo);
+    auto *lista = new cLista(nombre, rotulo);
     SetFormaLista(*lista, FormaLista::Texto);
     return lista;
 }
@@ -70,17 +71,27 @@ QLabel *Rotulo(const QString &texto, QWidget *de) {
     return rotulo;
 }
 
+// A label in the middle of its field's height.
+void PonFila(QGridLayout &tabla, QLabel *rotulo, QWidget *campo) {
+    const int fila = tabla.rowCount();
+    tabla.addWidget(rotulo, fila, 0, Qt::AlignVCenter);
+    tabla.addWidget(campo, fila, 1);
+}
+
+// Between what belongs together: the voice, how it speaks, what makes it.
+void Separa(QGridLayout &tabla) { tabla.setRowMinimumHeight(tabla.rowCount(), kSeparacion); }
+
 }  // namespace
 
 ucOpcVoz::ucOpcVoz(const Colaboradores &colaboradores)
     : PaginaOpciones("FrameVoces", &colaboradores.opciones), c(colaboradores) {
-    auto *tabla = new QFormLayout(this);
-    tabla->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-    tabla->setLabelAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    auto *tabla = new QGridLayout(this);
+    tabla->setColumnStretch(1, 1);
     PonListas(*tabla);
     PonVelocidad(*tabla);
     PonAvanzados(*tabla);
     PonProbar(*tabla);
+    tabla->setRowStretch(tabla->rowCount(), 1);
     CargaComboFabricantes();
     AplicaRangos();
     Habilita();
@@ -90,17 +101,18 @@ ucOpcVoz::ucOpcVoz(const Colaboradores &colaboradores)
     connect(m_probar, &QPushButton::clicked, this, &ucOpcVoz::Probar_Click);
 }
 
-void ucOpcVoz::PonListas(QFormLayout &tabla) {
+void ucOpcVoz::PonListas(QGridLayout &tabla) {
     m_fabricantes = Lista("ComboFabricantes", QStringLiteral("Fabricante"));
     m_voces = Lista("ComboVoces", QStringLiteral("Nombre"));
-    tabla.addRow(Rotulo(QStringLiteral("Fabricante"), m_fabricantes), m_fabricantes);
-    tabla.addRow(Rotulo(QStringLiteral("Nombre"), m_voces), m_voces);
+    PonFila(tabla, Rotulo(QStringLiteral("Fabricante"), m_fabricantes), m_fabricantes);
+    PonFila(tabla, Rotulo(QStringLiteral("Nombre"), m_voces), m_voces);
+    Separa(tabla);
 }
 
-void ucOpcVoz::PonVelocidad(QFormLayout &tabla) {
+void ucOpcVoz::PonVelocidad(QGridLayout &tabla) {
     m_velocidad = new cDeslizador("ScrollVelocidad", "ValorVelocidad", QStringLiteral("Velocidad"));
     m_volumen = new cDeslizador("ScrollVolumen", "ValorVolumen", QStringLiteral("Volumen"));
-    tabla.addRow(Rotulo(QStringLiteral("Velocidad"), m_velocidad), m_velocidad);
+    PonFila(tabla, Rotulo(QStringLiteral("Velocidad"), m_velocidad), m_velocidad);
     // Both boxes are as wide as the longest number that either family has.
     const int ancho = AnchoCaja(*m_velocidad->Caja(), cOpcVoz::RangoVelocidad(true).maximo);
     for (cDeslizador *uno : {m_velocidad, m_volumen}) uno->Caja()->setFixedWidth(ancho);
@@ -116,13 +128,14 @@ void ucOpcVoz::PonVelocidad(QFormLayout &tabla) {
     bajo->setSpacing(2);
     bajo->addLayout(teclas);
     bajo->addWidget(m_teclas);
-    tabla.addRow(QString(), bajo);
-    tabla.addRow(Rotulo(QStringLiteral("Volumen"), m_volumen), m_volumen);
+    tabla.addLayout(bajo, tabla.rowCount(), 1);
+    PonFila(tabla, Rotulo(QStringLiteral("Volumen"), m_volumen), m_volumen);
+    Separa(tabla);
 }
 
-void ucOpcVoz::PonAvanzados(QFormLayout &tabla) {
+void ucOpcVoz::PonAvanzados(QGridLayout &tabla) {
     m_avanzados = Casilla("CheckAvanzados", QStringLiteral("Utilizar valores avanzados"));
-    tabla.addRow(m_avanzados);
+    tabla.addWidget(m_avanzados, tabla.rowCount(), 0, 1, 2, Qt::AlignLeft);
     const int sangria = style()->pixelMetric(QStyle::PM_IndicatorWidth) + 8;
     for (std::size_t i = 0; i < m_barras.size(); ++i) {
         const FilaAvanzado &fila = Avanzados()[i];
@@ -131,18 +144,18 @@ void ucOpcVoz::PonAvanzados(QFormLayout &tabla) {
         PonRango(*m_barras[i], fila.rango);
         m_rotulos[i] = Rotulo(texto, m_barras[i]);
         m_rotulos[i]->setIndent(sangria);
-        tabla.addRow(m_rotulos[i], m_barras[i]);
+        PonFila(tabla, m_rotulos[i], m_barras[i]);
     }
 }
 
-void ucOpcVoz::PonProbar(QFormLayout &tabla) {
+void ucOpcVoz::PonProbar(QGridLayout &tabla) {
     m_probar = new QPushButton(QStringLiteral("Probar Voz"));
     m_probar->setObjectName(QStringLiteral("Probar"));
     m_probar->setAccessibleName(m_probar->text());
     auto *fila = new QHBoxLayout;
     fila->addStretch();
     fila->addWidget(m_probar);
-    tabla.addRow(fila);
+    tabla.addLayout(fila, tabla.rowCount(), 0, 1, 2);
 }
 
 void ucOpcVoz::Ejecuta(const char *procedimiento, const std::function<void()> &cuerpo) {

@@ -10,7 +10,7 @@
 
 class QCheckBox;
 class QComboBox;
-class QFormLayout;
+class QGridLayout;
 class QGridLayout;
 class QLabel;
 class QPushButton;
@@ -48,10 +48,10 @@ protected:
 private:
     static constexpr int kNumAvanzados = 5;
 
-    void PonListas(QFormLayout &tabla);
-    void PonVelocidad(QFormLayout &tabla);
-    void PonAvanzados(QFormLayout &tabla);
-    void PonProbar(QFormLayout &tabla);
+    void PonListas(QGridLayout &tabla);
+    void PonVelocidad(QGridLayout &tabla);
+    void PonAvanzados(QGridLayout &tabla);
+    void PonProbar(QGridLayout &tabla);
 
     bool EsIBM() const;
     void CargaComboFabricantes();

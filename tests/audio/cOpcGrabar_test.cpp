@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+
 #include "fakes/RegistroPropio.h"
 
 namespace ondalis {
@@ -34,7 +36,6 @@ TEST_F(cOpcGrabarTest, EachOptionIsStoredAndReadBack) {
     pagina.SetGrabaEnWAV(false);
     pagina.SetGrabaSincrono(false);
     pagina.SetNombreFichero("/otro, sitio/x.mp3");
-    pagina.SetAnadirFich(true);
     pagina.SetSobrescribirFich(false);
     pagina.SetNumerarFich(true);
     pagina.SetCalidadkHz(48000);
@@ -48,11 +49,43 @@ TEST_F(cOpcGrabarTest, EachOptionIsStoredAndReadBack) {
     EXPECT_FALSE(otra.GrabaEnWAV());
     EXPECT_FALSE(otra.GrabaSincrono());
     EXPECT_EQ(otra.NombreFichero(), "/otro, sitio/x.mp3");
-    EXPECT_TRUE(otra.AnadirFich());
+    EXPECT_FALSE(otra.AnadirFich());
     EXPECT_FALSE(otra.SobrescribirFich());
     EXPECT_TRUE(otra.NumerarFich());
     EXPECT_EQ(otra.CalidadkHz(), 48000);
     EXPECT_EQ(otra.Calidadkbps(), 320);
+    EXPECT_TRUE(p.LineasLog().isEmpty());
+}
+
+TEST_F(cOpcGrabarTest, StoredValuesThatWouldNeitherSpeakNorRecordSpeak) {
+    p.Salva("Grabar", "LeerTexto", "False");
+    EXPECT_TRUE(Pagina().LeerTexto());
+    EXPECT_FALSE(Pagina().GrabarTexto());
+    ASSERT_FALSE(p.LineasLog().isEmpty());
+    EXPECT_TRUE(p.LineasLog().last().endsWith("[Grabar\\LeerTexto]"));
+    p.Salva("Grabar", "GrabarTexto", "True");
+    EXPECT_FALSE(Pagina().LeerTexto()) << "recorded in silence, as it was chosen";
+}
+
+TEST_F(cOpcGrabarTest, OfTheThreeStoredOptionsOneIsInForceAsTheRecordingTakesThem) {
+    struct Caso {
+        const char *anadir, *sobrescribir, *numerar;
+        std::array<bool, 3> quedan;  // in this order
+    };
+    const Caso casos[] = {
+        {"True", "True", "True", {false, false, true}},    {"True", "False", "True", {false, false, true}},
+        {"False", "True", "True", {false, false, true}},   {"True", "True", "False", {false, true, false}},
+        {"False", "False", "False", {true, false, false}},
+    };
+    for (const Caso &caso : casos) {
+        p.Salva("Grabar", "AnadirFich", caso.anadir);
+        p.Salva("Grabar", "SobrescribirFich", caso.sobrescribir);
+        p.Salva("Grabar", "NumerarFich", caso.numerar);
+        const qsizetype antes = p.LineasLog().size();
+        const auto pagina = Pagina();
+        EXPECT_EQ((std::array{pagina.AnadirFich(), pagina.SobrescribirFich(), pagina.NumerarFich()}), caso.quedan);
+        EXPECT_EQ(p.LineasLog().size(), antes + 1);
+    }
 }
 
 TEST_F(cOpcGrabarTest, AnEmptyFileNameStoredIsNotTheDefault) {

@@ -6,6 +6,7 @@
 
 #include <QDir>
 
+#include "engine/cFicheroWav.h"
 #include "fakes/EciEnFichero.h"
 #include "fakes/RegistroPropio.h"
 
@@ -76,6 +77,30 @@ TEST_F(cTemporalAudioTest, WhatIsOursStaysAsItIsUntilItIsDeletedOrNamed) {
     t.BorraVacio();
     EXPECT_FALSE(QFile::exists(kNombre));
     EXPECT_EQ(t.Nombra(p.Ruta("x.wav")).numero, 53);
+}
+
+TEST_F(cTemporalAudioTest, AHeaderWithoutSamplesIsNoSound) {
+    cTemporalAudio t = Nuevo();
+    ASSERT_FALSE(t.Prepara(false));
+    cFicheroWav wav;
+    ASSERT_EQ(wav.Abre(t.Ruta().toStdString(), 11025, cFicheroWav::Modo::Anade), 0);
+    EXPECT_GT(QFileInfo(kNombre).size(), 0);
+    t.BorraVacio();
+    EXPECT_FALSE(QFile::exists(kNombre));
+
+    ASSERT_FALSE(t.Prepara(false));
+    ASSERT_EQ(wav.Abre(t.Ruta().toStdString(), 11025, cFicheroWav::Modo::Anade), 0);
+    const std::int16_t una = 7;
+    ASSERT_EQ(wav.Escribe({&una, 1}), 0);
+    t.BorraVacio();
+    EXPECT_TRUE(QFile::exists(kNombre));
+
+    ASSERT_EQ(wav.Cierra(), 0);
+    ASSERT_TRUE(t.Borra());
+    ASSERT_FALSE(t.Prepara(false));
+    prueba::EscribeDetras(kNombre, QByteArray(44, 'x'));  // as long as a header, but none
+    t.BorraVacio();
+    EXPECT_TRUE(QFile::exists(kNombre));
 }
 
 TEST_F(cTemporalAudioTest, AForeignFileIsNeitherUsedNorDeleted) {

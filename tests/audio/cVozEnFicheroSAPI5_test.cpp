@@ -52,6 +52,15 @@ TEST_F(cVozEnFicheroSAPI5Test, AllThatIsSpokenStandsInTheFileAtItsRate) {
     EXPECT_EQ(canal->locuciones[0].voz.voz, "en-us");
 }
 
+TEST_F(cVozEnFicheroSAPI5Test, WhatTheEngineCouldNotSayIsFailure5WithItsReason) {
+    ASSERT_FALSE(voz.Abre(p.Ruta("a.wav")));
+    canal->alHablar = [this] { canal->Fin(canal->Numero(), u"El motor de voz no responde"); };
+    const Fallo fallo = voz.Habla("uno", SpVoice::Purga | SpVoice::XML);
+    EXPECT_EQ(fallo.numero, 5);
+    EXPECT_EQ(fallo.descripcion, "El motor de voz no responde");
+    EXPECT_FALSE(voz.Cierra());
+}
+
 TEST_F(cVozEnFicheroSAPI5Test, AVoiceThatIsNotInTheListIsFailure5) {
     EXPECT_EQ(voz.SetVoz(3).numero, 5);
     EXPECT_EQ(voz.SetVoz(-1).numero, 5);

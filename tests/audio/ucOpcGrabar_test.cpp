@@ -10,6 +10,8 @@
 #include <QRadioButton>
 #include <QWheelEvent>
 
+#include "desktop/Principal.h"
+#include "fakes/Aspectos.h"
 #include "fakes/EstadoDiseno.h"
 #include "fakes/RegistroPropio.h"
 #include "settings/pagina/cCajaFichero.h"
@@ -277,6 +279,19 @@ TEST_F(ucOpcGrabarTest, EveryControlHasANameOfItsOwn) {
         if (!uno->accessibleName().isEmpty()) nombres << uno->accessibleName();
     EXPECT_EQ(nombres.size(), 11);  // the table's ten controls and the button
     EXPECT_EQ(nombres.removeDuplicates(), 0);
+}
+
+TEST_F(ucOpcGrabarTest, InTheWindowItIsWholeInEveryLook) {
+    Grabar().setChecked(true);
+    pagina.SetTags();
+    CompruebaAspectos(
+        [&] {
+            auto ventana = std::make_unique<Principal>(r.Registro(), r.Log(), Principal::Acciones{});
+            ventana->PonPagina(Pagina::Grabar, new ucOpcGrabar(opciones, servicio));
+            ventana->Muestra();
+            return ventana;
+        },
+        QStringLiteral("FrameGrabar"));
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include "fakes/Aspectos.h"
 #include "fakes/PaletaOscura.h"
 #include "keys/EstableceTeclas.h"
 #include "reader/PruebaVoz.h"
@@ -338,6 +339,22 @@ TEST_F(AvisoTest, InactiveTheTypedKeysAreNotHeardYet) {
     Pulsa("Cancelar");
     EXPECT_EQ(diario.De("gancho."), Lineas{});
     EXPECT_TRUE(opcTipoLectura.LeeTeclado());
+}
+
+TEST_F(AvisoTest, EachPageIsWholeInEveryLook) {
+    for (int pagina = 1; pagina <= cAviso::NumPaginas; ++pagina) {
+        SCOPED_TRACE(pagina);
+        CompruebaAspectos([&] {
+            auto otro = std::make_unique<Aviso>(Aviso::Colaboradores{
+                .logica = {.lector = lector, .form = principal, .registro = registro, .gancho = [](bool) {}},
+                .voces = voces,
+                .prueba = prueba,
+                .ayuda = ayuda});
+            otro->Init();
+            for (int i = 1; i < pagina; ++i) otro->findChild<QPushButton *>(QStringLiteral("AsistSig"))->click();
+            return otro;
+        });
+    }
 }
 
 }  // namespace

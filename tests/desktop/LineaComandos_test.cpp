@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QTimer>
 
+#include "fakes/Aspectos.h"
 #include "reader/Arranque.h"
 
 namespace ondalis {
@@ -42,6 +43,14 @@ TEST(LineaComandos, EnterAndEscapeClose) {
         ventana.exec();
         EXPECT_FALSE(ventana.isVisible());
     }
+}
+
+TEST(LineaComandos, ItIsWholeInEveryLook) {
+    prueba::CompruebaAspectos([] {
+        auto ventana = std::make_unique<LineaComandos>();
+        ventana->show();
+        return ventana;
+    });
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QDialog>
 #include <QDirIterator>
@@ -13,6 +14,8 @@
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QTextFragment>
+
+#include "desktop/TextoAyuda.h"
 
 namespace ondalis {
 namespace {
@@ -194,6 +197,27 @@ TEST_F(VentanaAyudaPrueba, BackAndForwardGoThroughTheTopicsSeen) {
     EXPECT_EQ(visor.Ventana()->Tema(), QLatin1String(VentanaAyuda::Inicio));
     visor.Ventana()->findChild<QPushButton *>(QStringLiteral("Adelante"))->click();
     EXPECT_EQ(visor.Ventana()->Tema(), QStringLiteral("Lupa.htm"));
+}
+
+TEST_F(VentanaAyudaPrueba, EachLinkThatTabComesToIsTheFocusedOneForAScreenReader) {
+    ASSERT_FALSE(visor.Muestra(fichero, 0, {}).numero);
+    QApplication::setActiveWindow(visor.Ventana());
+    auto &texto = *visor.Ventana()->findChild<TextoAyuda *>();
+    texto.setFocus();
+    ASSERT_EQ(static_cast<qsizetype>(texto.Enlaces().size()), Enlaces().size());
+    for (EnlaceAyuda *enlace : texto.Enlaces()) {
+        QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
+        QApplication::sendEvent(&texto, &tab);
+        const QAccessibleInterface *accesible = QAccessible::queryAccessibleInterface(enlace);
+        ASSERT_NE(accesible, nullptr);
+        EXPECT_EQ(accesible->role(), QAccessible::Link);
+        EXPECT_TRUE(accesible->state().focused) << enlace->accessibleName().toStdString();
+        EXPECT_EQ(accesible->text(QAccessible::Name), texto.textCursor().selectedText());
+        int enfocados = 0;
+        for (const EnlaceAyuda *otro : texto.Enlaces()) enfocados += otro->Enfocado();
+        EXPECT_EQ(enfocados, 1);
+    }
+    EXPECT_GT(texto.Enlaces().size(), 5U);
 }
 
 }  // namespace

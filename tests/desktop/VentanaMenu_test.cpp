@@ -7,6 +7,7 @@
 #include <QPushButton>
 
 #include "desktop/cMenuBandeja.h"
+#include "fakes/Aspectos.h"
 
 namespace ondalis {
 namespace {
@@ -58,6 +59,14 @@ TEST_F(VentanaMenuTest, ClosingItLeavesItAmongTheMinimizedWindows) {
     ventana.close();
     EXPECT_TRUE(ventana.isVisible());
     EXPECT_TRUE(ventana.isMinimized());
+}
+
+TEST_F(VentanaMenuTest, ItIsWholeInEveryLook) {
+    prueba::CompruebaAspectos([this] {
+        auto otra = std::make_unique<VentanaMenu>(menu.Menu());
+        otra->show();
+        return otra;
+    });
 }
 
 }  // namespace

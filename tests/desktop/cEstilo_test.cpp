@@ -4,7 +4,12 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
 #include <QPushButton>
+#include <QRadioButton>
+#include <QSlider>
+#include <QSpinBox>
 
 #include "settings/pagina/Colores.h"
 
@@ -87,6 +92,52 @@ TEST(cEstilo, TheFocusIsSeenHoweverItCame) {
                 for (int x = 0; x < con.width(); ++x) distintos += con.pixel(x, y) != sin.pixel(x, y);
             EXPECT_GT(distintos, 2 * uno->sizeHint().height()) << uno->metaObject()->className();
         }
+    }
+}
+
+// A list that drops down, a number, a text, a bar, a link: by whatever road the focus comes.
+TEST(cEstilo, EveryKindOfControlShowsItsFocusInEveryPalette) {
+    cEstilo estilo;
+    for (QPalette paleta : kPaletas) {
+        QWidget ventana;
+        auto *enlace = new QPushButton(QStringLiteral("Un enlace"), &ventana);
+        enlace->setFlat(true);
+        const std::vector<QWidget *> controles{new QComboBox(&ventana),           new QSpinBox(&ventana),
+                                               new QLineEdit(&ventana),           new QSlider(Qt::Horizontal, &ventana),
+                                               new QRadioButton("Una", &ventana), enlace};
+        int y = 0;
+        for (QWidget *uno : controles) {
+            uno->setStyle(&estilo);
+            uno->setPalette(paleta);
+            uno->setFocusPolicy(Qt::StrongFocus);
+            uno->setGeometry(0, y += 40, 160, 30);
+        }
+        ventana.show();
+        QApplication::setActiveWindow(&ventana);
+        for (std::size_t i = 0; i < controles.size(); ++i) {
+            QWidget *uno = controles[i];
+            controles[(i + 1) % controles.size()]->setFocus(Qt::OtherFocusReason);
+            const QImage sin = uno->grab().toImage();
+            uno->setFocus(Qt::OtherFocusReason);
+            const QImage con = uno->grab().toImage();
+            int marcados = 0;  // pixels of a colour that stands out, where there was another
+            for (int py = 0; py < con.height(); ++py)
+                for (int px = 0; px < con.width(); ++px)
+                    marcados += con.pixel(px, py) != sin.pixel(px, py) &&
+                                Contraste(con.pixelColor(px, py), paleta.color(QPalette::Window)) >= 2.9;
+            EXPECT_GT(marcados, 60) << uno->metaObject()->className() << " on "
+                                    << paleta.color(QPalette::Window).name().toStdString();
+        }
+    }
+}
+
+TEST(cEstilo, LinksCanBeReadOnTheWindowAndInFields) {
+    cEstilo estilo;
+    for (QPalette paleta : kPaletas) {
+        paleta.setColor(QPalette::Link, QColor(41, 128, 185));
+        estilo.polish(paleta);
+        for (const auto suelo : {QPalette::Window, QPalette::Base})
+            EXPECT_GE(Contraste(paleta.color(QPalette::Link), paleta.color(suelo)), 4.5);
     }
 }
 

@@ -50,10 +50,12 @@ public:
         sonando = false;
         Fin(Numero());
     }
-    void Fin(std::uint64_t numero) {
+    // `motivo`: why the text couldn't be said.
+    void Fin(std::uint64_t numero, std::u16string motivo = {}) {
         EventoMotor evento;
         evento.numero = numero;
         evento.tipo = EventoMotor::Tipo::Fin;
+        evento.texto = std::move(motivo);
         Emite(evento);
     }
     void Emite(const EventoMotor &evento) {

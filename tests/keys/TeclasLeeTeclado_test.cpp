@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QTimer>
 
+#include "fakes/Aspectos.h"
 #include "fakes/MensajesGuion.h"
 #include "fakes/PrioridadFalsa.h"
 #include "fakes/RegistroPropio.h"
@@ -34,8 +35,12 @@ protected:
     cGeneral general{almacen.Log(), mensajes, prioridad};
     cTeclasLeeTeclado teclas{almacen.Registro(), general, {QStringLiteral(DATOS_DEL_PROGRAMA)}};
     std::vector<QString> temas;
-    TeclasLeeTeclado ventana{teclas, almacen.Registro(), almacen.Log(),
-                             [this](std::uintptr_t, const QString &tema) { temas.push_back(tema); }};
+    TeclasLeeTeclado ventana{teclas,
+                             {.duena = nullptr,
+                              .registro = almacen.Registro(),
+                              .log = almacen.Log(),
+                              .ayuda = [this](std::uintptr_t, const QString &tema) { temas.push_back(tema); },
+                              .alFrente = {}}};
 };
 
 TEST_F(VentanaTeclasTest, ItIsModalStaysOnTopAndShowsTheAcceptedChoice) {
@@ -107,6 +112,17 @@ TEST_F(VentanaTeclasTest, HelpShowsItsTopic) {
 TEST_F(VentanaTeclasTest, EveryControlHasAnAccessibleName) {
     for (QWidget *uno : ventana.findChildren<QPushButton *>()) EXPECT_FALSE(uno->accessibleName().isEmpty());
     EXPECT_FALSE(Lista()->accessibleName().isEmpty());
+}
+
+TEST_F(VentanaTeclasTest, ItIsWholeInEveryLook) {
+    CompruebaAspectos([this] {
+        auto otra = std::make_unique<TeclasLeeTeclado>(
+            teclas,
+            DialogoOpciones::Colaboradores{
+                .duena = nullptr, .registro = almacen.Registro(), .log = almacen.Log(), .ayuda = {}, .alFrente = {}});
+        static_cast<DialogoOpciones &>(*otra).Init();  // without waiting for its end
+        return otra;
+    });
 }
 
 }  // namespace

@@ -115,12 +115,41 @@ TEST_F(cGanchoTecladoTest, KeysThatWaitedForAPasswordFieldAreGone) {
     EXPECT_EQ(oido, "");
 }
 
-TEST_F(cGanchoTecladoTest, AnAnswerThatNeverComesCountsAsUnknown) {
-    Enfoca(kEditor, Rol::Secreto);
+// A busy program says late that its field hides what is typed.
+TEST_F(cGanchoTecladoTest, KeysWaitForALateAnswerBeyondTheMomentOfItsWindow) {
+    for (const Rol rol : {Rol::Secreto, Rol::Corriente}) {
+        oido.clear();
+        teclado.ventana(kBanco);
+        foco.pregunta(kBanco);
+        Teclea("12");
+        espera.Vence();
+        Teclea("34");
+        EXPECT_EQ(oido, "");
+        foco.respuesta(kBanco, rol);
+        EXPECT_EQ(oido, rol == Rol::Corriente ? "1234" : "");
+    }
+}
+
+TEST_F(cGanchoTecladoTest, WhatWaitedForAnAnswerThatNeverComesIsLostAndTheProgramHeardFromThenOn) {
+    Enfoca(kEditor, Rol::Corriente);
     foco.pregunta(kEditor);
-    Teclea("hola");
+    Teclea("clave");
+    foco.respuesta(kEditor, Rol::Desconocido);
     EXPECT_EQ(oido, "");
-    espera.Vence();
+    Teclea("hola");
+    EXPECT_EQ(oido, "hola");
+}
+
+TEST_F(cGanchoTecladoTest, AProgramBehindThatNeverAnswersCostsTheOneInFrontNothing) {
+    Enfoca(kBanco, Rol::Corriente);
+    Enfoca(kEditor, Rol::Corriente);
+    foco.pregunta(kBanco);
+    Teclea("ho");
+    EXPECT_EQ(oido, "ho");
+    foco.pregunta(kEditor);
+    Teclea("la");
+    foco.respuesta(kBanco, Rol::Desconocido);
+    foco.respuesta(kEditor, Rol::Corriente);
     EXPECT_EQ(oido, "hola");
 }
 

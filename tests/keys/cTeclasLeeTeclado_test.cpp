@@ -134,11 +134,21 @@ TEST_F(TeclasLeeTecladoTest, TheFinalCharacterStartsNoEntry) {
 }
 
 TEST_F(TeclasLeeTecladoTest, ADamagedTagEndsTheWalk) {
-    for (const char *tag : {"xk013", "0k013", "4k01", "1c", "1k", "9", "4k0x3"}) {
+    const auto visita = [](QChar, const QString &datos) { return datos == QLatin1String("013"); };
+    EXPECT_TRUE(cTeclasLeeTeclado::Recorre(QStringLiteral("2c?4k013"), visita));
+    for (const char *tag : {"xk013", "0k013", "2c?x4k013", "9"})
+        EXPECT_FALSE(cTeclasLeeTeclado::Recorre(QLatin1String(tag), visita)) << tag;
+}
+
+TEST_F(TeclasLeeTecladoTest, AStoredTextThatIsNoChoiceIsTheDefaultAndLogged) {
+    for (const char *tag : {"disparate", "xk013", "0k013", "4k01", "1c", "1k", "9", "4k0x3", "2c#9x"}) {
         Guardado(QLatin1String(tag));
+        const qsizetype antes = almacen.LineasLog().size();
         Fichero("00131Intro\n");
-        EXPECT_FALSE(teclas->EsTeclaParaLeer(13)) << tag;
-        EXPECT_FALSE(teclas->ExistenCharsParaLeer(QStringLiteral("x"))) << tag;
+        EXPECT_TRUE(teclas->EsTeclaParaLeer(13)) << tag;
+        EXPECT_FALSE(teclas->ExistenCharsParaLeer(QStringLiteral("x#"))) << tag;
+        ASSERT_EQ(almacen.LineasLog().size(), antes + 1) << tag;
+        EXPECT_TRUE(almacen.LineasLog().last().endsWith("[TipoLectura\\TeclasLeeTeclado]"));
     }
 }
 

@@ -11,6 +11,8 @@
 #include <QLayout>
 #include <QSlider>
 
+#include "desktop/Principal.h"
+#include "fakes/Aspectos.h"
 #include "fakes/EstadoDiseno.h"
 #include "fakes/MensajesGuion.h"
 #include "fakes/PrioridadFalsa.h"
@@ -320,6 +322,17 @@ TEST_F(ucOpcTeclasRapTest, EveryControlHasANameOfItsOwn) {
     EXPECT_TRUE(nombres.contains("Nº de palabras al avanzar, valor"));
     EXPECT_EQ(nombres.size(), 18);  // twelve lists, two bars, two boxes, the check box, the group
     EXPECT_EQ(nombres.removeDuplicates(), 0);
+}
+
+TEST_F(ucOpcTeclasRapTest, InTheWindowItIsWholeInEveryLook) {
+    CompruebaAspectos(
+        [&] {
+            auto ventana = std::make_unique<Principal>(r.Registro(), r.Log(), Principal::Acciones{});
+            ventana->PonPagina(Pagina::TeclasRap, new ucOpcTeclasRap(opciones, tecla, general));
+            ventana->Muestra();
+            return ventana;
+        },
+        QStringLiteral("FrameTeclasRap"));
 }
 
 }  // namespace

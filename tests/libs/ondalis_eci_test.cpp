@@ -261,6 +261,24 @@ TEST_F(ECI, AFileWithoutAPartOfItsTextIsAFailure) {
     EXPECT_EQ("", b.Error());  // the next one is a new matter
 }
 
+TEST_F(ECI, WhatTheEngineCouldNotSayIsAFailureWithItsReason) {
+    for (const bool aFichero : {false, true}) {
+        if (aFichero) {
+            ASSERT_EQ(1, SetDestinoECI(Ruta("a.wav").c_str()));
+        }
+        CanalGuionado &canal = aFichero ? b.ficheros : b.vivo;
+        b.alEsperar = [&canal] { canal.Fin(canal.Numero(), u"El motor de voz está mudo 😀"); };
+        EXPECT_EQ(0, HablaECI(1));
+        EXPECT_EQ("El motor de voz está mudo 😀", b.Error());
+        EXPECT_EQ(0, EstaHablandoECI());
+        b.alEsperar = [this] { b.vivo.Fin(); };
+        EXPECT_EQ(1, HablaECI(1)) << "the next one is a new matter";
+        if (!aFichero) continue;
+        ASSERT_TRUE(b.Leido("a.wav"));
+        EXPECT_TRUE(b.Leido("a.wav")->muestras.empty());
+    }
+}
+
 TEST_F(ECI, TheChannelsNoticesGoToTheLog) {
     EventoMotor aviso;
     aviso.tipo = EventoMotor::Tipo::Aviso;

@@ -35,14 +35,6 @@ TEST(Palabras, ACutKeepsSurrogatePairsWhole) {
     EXPECT_EQ(Primeros(QStringLiteral("a"), 0), QString());
 }
 
-TEST(SinGrabadora, AWishToRecordLeavesALogLineWithoutTheText) {
-    RegistroPropio almacen;
-    SinGrabadora(almacen.Log()).GrabaEnFichero(QStringLiteral("secreto"), QString());
-    ASSERT_EQ(almacen.LineasLog().size(), 1);
-    EXPECT_TRUE(almacen.LineasLog()[0].contains(QStringLiteral("cFormPrincipal.GrabaEnFichero: ")));
-    EXPECT_FALSE(almacen.LineasLog()[0].contains(QStringLiteral("secreto")));
-}
-
 TEST(SinVentanas, AWindowThatDoesNotExistLeavesALogLine) {
     RegistroPropio almacen;
     int salidas = 0;

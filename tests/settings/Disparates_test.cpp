@@ -99,9 +99,11 @@ struct Aceptados {
 
 std::string Nombre(const FilaCatalogo &fila) { return std::string(fila.seccion) + '\\' + fila.clave; }
 
-// A value other than the default that the row accepts.
+// A value other than the default that the row accepts, but for those that mean something together only.
 QByteArray Bueno(const FilaCatalogo &fila) {
     const QByteArray clave = fila.clave;
+    if (QByteArrayList{"LeerTexto", "AnadirFich", "SobrescribirFich", "NumerarFich"}.contains(clave))
+        return fila.defecto;
     switch (fila.forma) {
         case FormaOpcion::Booleano: return qstrcmp(fila.defecto, "True") == 0 ? "False" : "True";
         case FormaOpcion::BooleanoComoCifra: return "0";

@@ -75,6 +75,18 @@ TEST_F(Opciones, WholeNumbersThatDoNotFitMakeNoSense) {
     }
 }
 
+TEST_F(Opciones, AShortTextsLimitThatItsBoxCannotShowIsTheDefaultAndLogged) {
+    for (const char *texto : {"-1", "32768", "1000000"}) {
+        p.Salva("TipoLectura", "CharsMiniTexto", texto);
+        const qsizetype antes = p.LineasLog().size();
+        EXPECT_EQ(cOpcTipoLectura(p.Registro(), p.Log()).CharsMiniTexto(), 15) << texto;
+        ASSERT_EQ(p.LineasLog().size(), antes + 1) << texto;
+        EXPECT_TRUE(p.LineasLog().last().endsWith("[TipoLectura\\CharsMiniTexto]"));
+    }
+    p.Salva("TipoLectura", "CharsMiniTexto", "32767");
+    EXPECT_EQ(cOpcTipoLectura(p.Registro(), p.Log()).CharsMiniTexto(), 32767);
+}
+
 TEST_F(Opciones, SettingAPropertyStoresNothingUntilTheValuesAreSaved) {
     cOpcGeneral general(p.Registro(), p.Log());
     general.SetVerLupa(true);
@@ -115,9 +127,9 @@ TEST_F(Opciones, NumbersAreWrittenAndReadInTheCLocaleUnderASpanishOne) {
     const QLocale antes;
     QLocale::setDefault(QLocale(QLocale::Spanish, QLocale::Spain));
     ASSERT_EQ(QLocale().toString(65000.5), "65.000,5");
-    p.Salva("TipoLectura", "CharsMiniTexto", "65000");
+    p.Salva("TipoLectura", "CharsMiniTexto", "32000");
     cOpcTipoLectura tipo(p.Registro(), p.Log());
-    EXPECT_EQ(tipo.CharsMiniTexto(), 65000);
+    EXPECT_EQ(tipo.CharsMiniTexto(), 32000);
     tipo.SetCharsMiniTexto(1234567);
     tipo.GuardaValores();
     EXPECT_EQ(p.Lee("TipoLectura", "CharsMiniTexto"), "1234567");

@@ -169,6 +169,32 @@ TEST_F(PercancesRegistro, AProcessThatHoldsTheLockAndHangsStopsNobodyForLong) {
     EXPECT_EQ(LeeDeNuevo(p, "Voz", "Velocidad"), "300");
 }
 
+// Each of them has the lock for a moment only, but one comes behind the other for longer than a hung one is waited for.
+TEST_F(PercancesRegistro, WritersThatFollowEachOtherAreWaitedFor) {
+    ASSERT_TRUE(p.Salva("Voz", "Velocidad", "100"));
+    int tubo[2];
+    ASSERT_EQ(pipe(tubo), 0);
+    const pid_t hijo = Proceso([&] {
+        const QString ruta = p.FicheroUsuario() + ".lock";
+        QLockFile suyo(ruta);
+        if (!suyo.tryLock() || write(tubo[1], "x", 1) != 1) return 1;
+        QElapsedTimer reloj;
+        for (int cuantos = 0; cuantos < 6; ++cuantos) {
+            for (reloj.start(); reloj.elapsed() < 300;) QThread::yieldCurrentThread();
+            QFile nuevo(ruta);
+            if (!nuevo.open(QIODevice::ReadWrite) ||
+                !nuevo.setFileTime(QDateTime::currentDateTime(), QFileDevice::FileModificationTime))
+                return 2;
+        }
+        return 0;
+    });
+    char c;
+    ASSERT_EQ(read(tubo[0], &c, 1), 1);
+    EXPECT_TRUE(p.Salva("Voz", "Velocidad", "200"));
+    EXPECT_EQ(Espera(hijo, 10000), 0);
+    EXPECT_EQ(LeeDeNuevo(p, "Voz", "Velocidad"), "200");
+}
+
 TEST_F(PercancesRegistro, AFullDiskKeepsEveryValueAndTheReaderWritesOnLater) {
     for (int i = 0; i < kClaves; ++i) ASSERT_TRUE(p.Salva("Voz", Clave(i), "vieja"));
     const QByteArray antes = Lee(p.FicheroUsuario());

@@ -5,6 +5,7 @@
 
 #include <QElapsedTimer>
 #include <QTimer>
+#include <algorithm>
 #include <optional>
 
 #include "ControlDePrueba.h"
@@ -129,7 +130,7 @@ TEST_F(SpVoiceTest, Flag64SpeaksTheSigns) {
     EXPECT_EQ(Dicha().tramos.size(), 1u);
 }
 
-TEST_F(SpVoiceTest, RateIsExponentialAndStaysInTheEnginesRange) {
+TEST_F(SpVoiceTest, TenStepsOfRateAreAFactorOfThreeAndEachOneIsHeard) {
     const auto velocidad = [this](int rate) {
         voz.SetRate(rate);
         EXPECT_FALSE(voz.Speak(QStringLiteral("a"), kLectura));
@@ -138,10 +139,10 @@ TEST_F(SpVoiceTest, RateIsExponentialAndStaysInTheEnginesRange) {
     EXPECT_EQ(velocidad(0), 170);
     EXPECT_EQ(velocidad(5), 294);
     EXPECT_EQ(velocidad(-5), 98);
-    EXPECT_EQ(velocidad(10), 450);
-    EXPECT_EQ(velocidad(-10), 70);
+    EXPECT_EQ(velocidad(10), 510);
+    EXPECT_EQ(velocidad(-10), 57);
     int anterior = 0;
-    for (int rate = -8; rate <= 8; ++rate) {
+    for (int rate = -10; rate <= 10; ++rate) {
         EXPECT_GT(velocidad(rate), anterior) << rate;
         anterior = velocidad(rate);
     }
@@ -282,6 +283,22 @@ TEST_F(SpVoiceTest, WaitUntilDoneTellsWhetherTheSpeechIsOver) {
     EXPECT_TRUE(voz.WaitUntilDone(0));
     banco.cola.DejaCorrer();
     EXPECT_THAT(banco.diario, ElementsAre("Start", "Stop 0"));
+}
+
+TEST_F(SpVoiceTest, WhatTheEngineCouldNotSayIsAFailureForWhoeverAsksAndNotForASpeech) {
+    banco.canal.alHablar = [this] { banco.canal.Fin(banco.canal.Numero(), u"El motor de voz no responde"); };
+    EXPECT_FALSE(voz.Speak(QStringLiteral("uno"), 0));
+    EXPECT_EQ(voz.FalloDelMotor().numero, 5);
+    EXPECT_EQ(voz.FalloDelMotor().descripcion, QStringLiteral("El motor de voz no responde"));
+    TerminaSolo();
+    EXPECT_FALSE(voz.Speak(QStringLiteral("dos"), 0));
+    EXPECT_FALSE(voz.FalloDelMotor());
+    banco.canal.alHablar = {};
+    QTimer::singleShot(0, [this] { static_cast<void>(voz.Speak(QString(), 2)); });
+    EXPECT_FALSE(voz.Speak(QStringLiteral("tres"), 0));
+    EXPECT_FALSE(voz.FalloDelMotor()) << "it was silenced";
+    banco.cola.DejaCorrer();
+    EXPECT_EQ(std::ranges::count(banco.diario, "Stop 0"), 3);
 }
 
 TEST_F(SpVoiceTest, AStopFromInsideEndsTheWait) {

@@ -127,6 +127,21 @@ TEST_F(cOpcVozTest, AStoredMakerOtherThanIbmWithoutSAPI5FallsBackToIbmAndSkipsEv
     EXPECT_EQ(Guardado("FabricanteActivo"), QStringLiteral("Flite"));  // nothing is stored by loading
 }
 
+TEST_F(cOpcVozTest, AStoredMakerThatIsNoneGivesTheDefaultAndItsVoiceAndKeepsTheRest) {
+    Guarda("FabricanteActivo", "Nadie");
+    Guarda("VozActiva", "kal");  // another maker's
+    Guarda("Velocidad", "300");
+    const auto pagina = Abre();
+    EXPECT_EQ(pagina->FabricanteActivo(), QStringLiteral("IBM"));
+    EXPECT_EQ(pagina->VozActiva(), QStringLiteral("Carlos"));
+    EXPECT_EQ(pagina->Velocidad(), 300);
+    EXPECT_EQ(Guardado("FabricanteActivo"), QStringLiteral("Nadie"));  // nothing is stored by loading
+    ASSERT_EQ(banco.registro.LineasLog().size(), 1);
+    EXPECT_TRUE(banco.registro.LineasLog()[0].contains(QStringLiteral("Voz\\FabricanteActivo")));
+    Guarda("VozActiva", "Pilar");
+    EXPECT_EQ(Abre()->VozActiva(), QStringLiteral("Pilar"));
+}
+
 TEST_F(cOpcVozTest, AStoredMakerIbmWithoutSAPI5LoadsEverything) {
     Guarda("FabricanteActivo", "IBM");
     Guarda("VozActiva", "Pilar");
@@ -139,6 +154,17 @@ TEST_F(cOpcVozTest, AStoredMakerIbmWithoutSAPI5LoadsEverything) {
 TEST_F(cOpcVozTest, AStoredSpeedOfMinus5IsRefusedForIbmSoThat170Remains) {
     Guarda("Velocidad", "-5");
     EXPECT_EQ(Abre()->Velocidad(), 170);
+}
+
+TEST_F(cOpcVozTest, AStoredSpeedOrVolumeOutsideTheFamilysRangeIsLogged) {
+    Guarda("Velocidad", "9999");
+    Guarda("Volumen", "499");
+    const auto pagina = Abre();
+    EXPECT_EQ(pagina->Velocidad(), 170);
+    EXPECT_EQ(pagina->Volumen(), 65000);
+    ASSERT_EQ(banco.registro.LineasLog().size(), 2);
+    EXPECT_TRUE(banco.registro.LineasLog()[0].endsWith("[Voz\\Velocidad]"));
+    EXPECT_TRUE(banco.registro.LineasLog()[1].endsWith("[Voz\\Volumen]"));
 }
 
 TEST_F(cOpcVozTest, StoredNonsenseIsTheDefaultAndLogged) {
@@ -288,6 +314,18 @@ TEST_F(cOpcVozTest, AVoiceThatIsNotThereGives0And0AndAnEmptyText) {
     EXPECT_EQ(pagina->NumeroVoz(), 0);
     EXPECT_EQ(pagina->LenguaVoz(), 0);
     EXPECT_EQ(pagina->GuidActiva(), QString());
+}
+
+TEST_F(cOpcVozTest, InThePlaceOfAVoiceThatIsNotThereCarlosSpeaksAsHimself) {
+    const auto carlos = Abre();
+    Guarda("VozActiva", "Nadie");
+    const auto pagina = Abre();
+    EXPECT_EQ(pagina->VozActiva(), "Nadie");  // it may come back
+    EXPECT_EQ(pagina->Tono(), carlos->Tono());
+    EXPECT_EQ(pagina->Fluctuacion(), carlos->Fluctuacion());
+    EXPECT_EQ(pagina->Aspereza(), carlos->Aspereza());
+    EXPECT_EQ(pagina->Diafonia(), carlos->Diafonia());
+    EXPECT_EQ(pagina->TamCabeza(), carlos->TamCabeza());
 }
 
 TEST_F(cOpcVozTest, WithoutAnyIbmVoiceCarlosIsNotSelectedAndAStoredIbmFindsNoRow) {

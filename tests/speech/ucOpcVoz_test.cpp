@@ -8,7 +8,10 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSlider>
+#include <QWheelEvent>
 
+#include "desktop/Principal.h"
+#include "fakes/Aspectos.h"
 #include "fakes/EstadoDiseno.h"
 #include "fakes/PaletaOscura.h"
 #include "reader/PruebaVoz.h"
@@ -185,6 +188,18 @@ TEST_F(PaginaVozTest, AStoredVoiceThatIsNotThereHasNoSelectionAndIsNotForgotten)
     EXPECT_EQ(Guardado("VozActiva"), "Ana");
 }
 
+// A scrolled page brings the lists under the pointer, and another maker resets speed and volume.
+TEST_F(PaginaVozTest, TheWheelChangesNoListThatHasNotTheFocus) {
+    for (QComboBox *lista : {fabricantes(), voces_()}) {
+        lista->setCurrentIndex(0);
+        ASSERT_GT(lista->count(), 1);
+        QWheelEvent rueda(QPointF(5, 5), QPointF(5, 5), {}, {0, -120}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase,
+                          false);
+        QApplication::sendEvent(lista, &rueda);
+        EXPECT_EQ(lista->currentIndex(), 0) << lista->objectName().toStdString();
+    }
+}
+
 TEST_F(PaginaVozTest, AHotKeysSpeedIsShownUnlessAnotherFamilyIsOnScreen) {
     principal.AlCambiarVelocidad([this] { pagina.EstableceVelocidad(); });
     Pulsa("MasVel");
@@ -251,6 +266,24 @@ TEST_F(PaginaVozTest, TheCaptionsAreTheGivenOnesAndNoTwoControlsHaveTheSameName)
         if (!uno->accessibleName().isEmpty()) nombres << uno->accessibleName();
     EXPECT_GE(nombres.size(), 13);
     EXPECT_EQ(nombres.removeDuplicates(), 0);
+}
+
+TEST_F(PaginaVozTest, InTheWindowItIsWholeInEveryLook) {
+    conSuper = true;
+    opcVoz.SetValoresAvanzados(true);
+    CompruebaAspectos(
+        [&] {
+            auto ventana = std::make_unique<Principal>(almacen.Registro(), almacen.Log(), Principal::Acciones{});
+            ventana->PonPagina(
+                Pagina::Voces,
+                new ucOpcVoz(
+                    {.opciones = opcVoz, .voces = voces, .general = general, .prueba = prueba, .velocidadConSuper = [] {
+                         return true;
+                     }}));
+            ventana->Muestra();
+            return ventana;
+        },
+        QStringLiteral("FrameVoces"));
 }
 
 }  // namespace

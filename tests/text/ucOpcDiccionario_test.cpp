@@ -11,6 +11,8 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
+#include "desktop/Principal.h"
+#include "fakes/Aspectos.h"
 #include "fakes/MensajesGuion.h"
 #include "fakes/PrioridadFalsa.h"
 #include "fakes/RegistroPropio.h"
@@ -343,6 +345,17 @@ TEST_F(PaginaDiccionarioTest, EveryControlHasItsNameAndItsPlaceInTheTabOrder) {
     }
     EXPECT_EQ(vistos,
               (QStringList{"ListaDiccionario", "TxtClave", "TxtConversion", "Actualizar", "Suprimir", "Probar"}));
+}
+
+TEST_F(PaginaDiccionarioTest, InTheWindowItIsWholeInEveryLook) {
+    CompruebaAspectos(
+        [&] {
+            auto ventana = std::make_unique<Principal>(r.Registro(), r.Log(), Principal::Acciones{});
+            ventana->PonPagina(Pagina::Diccionario, new ucOpcDiccionario(diccionario, general, [](const QString &) {}));
+            ventana->Muestra();
+            return ventana;
+        },
+        QStringLiteral("FrameDiccionario"));
 }
 
 }  // namespace

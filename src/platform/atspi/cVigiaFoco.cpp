@@ -12,7 +12,9 @@ namespace ondalis {
 
 namespace {
 
-constexpr int kLimiteRolMs = 250;         // a program that takes longer counts as one that says nothing
+// A program that takes longer counts as one that says nothing: what is typed meanwhile is kept back, so a busy one gets
+// time enough to say that its field hides it.
+constexpr int kLimiteRolMs = 5'000;
 constexpr int kLimiteServicioMs = 2'000;  // the service itself, which may have to be started
 constexpr int kReintentoMs = 5'000;
 constexpr uint kRolContrasena = 40;  // "password text" in the service's list of roles

@@ -19,7 +19,7 @@ AreaPagina::AreaPagina(QWidget *pagina, int altoMinimo) : m_altoMinimo(altoMinim
 }
 
 QSize AreaPagina::sizeHint() const {
-    const QSize suya = widget()->sizeHint().expandedTo(widget()->minimumSizeHint());
+    const QSize suya = widget()->sizeHint().expandedTo(widget()->minimumSizeHint()).expandedTo(widget()->minimumSize());
     return {suya.width(), std::max(suya.height(), m_altoMinimo)};
 }
 
@@ -32,11 +32,11 @@ QSize AreaPagina::minimumSizeHint() const {
 void AjustaAPantalla(QWidget &ventana) {
     const QSize entera = ventana.sizeHint();
     const QSize cabe = ventana.screen()->availableSize() - kHolgura;
-    QSize tamano = entera.boundedTo(cabe);
-    if (tamano.height() < entera.height())
-        tamano.setWidth(
-            std::min(entera.width() + ventana.style()->pixelMetric(QStyle::PM_ScrollBarExtent), cabe.width()));
-    ventana.resize(tamano);
+    const int barra = ventana.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    QSize tamano = entera;
+    if (entera.height() > cabe.height()) tamano.rwidth() += barra;
+    if (entera.width() > cabe.width()) tamano.rheight() += barra;
+    ventana.resize(tamano.boundedTo(cabe));
 }
 
 std::vector<QRect> Monitores() {

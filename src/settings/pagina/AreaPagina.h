@@ -22,8 +22,8 @@ private:
     int m_altoMinimo;
 };
 
-// The window in the full size of its contents, as far as its screen goes; where the height is bounded it gets room for
-// a scroll bar.
+// The window in the full size of its contents, as far as its screen goes; where a side is bounded the other gets room
+// for a scroll bar.
 void AjustaAPantalla(QWidget &ventana);
 // The monitors' places, in logical pixels.
 std::vector<QRect> Monitores();

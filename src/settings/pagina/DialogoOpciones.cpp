@@ -12,6 +12,11 @@
 
 namespace ondalis {
 
+namespace {
+constexpr int kAirePie = 8;       // logical pixels above the buttons, besides the gap
+constexpr int kAnchoMarco = 110;  // of a window's frame beside its title: icon and buttons
+}  // namespace
+
 DialogoOpciones::DialogoOpciones(const char *nombre, const QString &titulo, const QString &tema,
                                  TablaOpciones *opciones, Colaboradores colaboradores)
     // On top before the first show: later it would make another window.
@@ -35,7 +40,10 @@ DialogoOpciones::DialogoOpciones(const char *nombre, const QString &titulo, cons
     m_ayuda = Boton("Ayuda", QStringLiteral("Ayuda"), [this] { Ayuda_Click(); });
     for (QPushButton *uno : {m_aceptar, m_cancelar, m_ayuda}) pie->addWidget(uno);
     auto *todo = new QVBoxLayout(this);
-    todo->addWidget(new AreaPagina(contenido, 0), 1);
+    auto *area = new AreaPagina(contenido, 0);
+    area->setMinimumWidth(fontMetrics().horizontalAdvance(titulo) + kAnchoMarco);
+    todo->addWidget(area, 1);
+    todo->addSpacing(kAirePie);
     todo->addLayout(pie);
     auto *atajo = new QShortcut(QKeySequence(Qt::Key_F1), this);
     connect(atajo, &QShortcut::activated, this, [this] { Ayuda_Click(); });

@@ -8,7 +8,6 @@ import json
 import os
 import subprocess
 import sys
-import time
 
 if __package__:
     from .procesos import espera
@@ -54,7 +53,6 @@ class Oyente:
     """The client. Started before the reader, so that the toolkit finds accessibility switched on."""
 
     def __init__(self, escritorio, aplicacion='ondalis'):
-        self._e = escritorio
         self._p = subprocess.Popen(['/usr/bin/python3', os.path.abspath(__file__), aplicacion], env=escritorio.entorno,
                                    stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
         assert self._pide('hola') == 'hola'
@@ -70,8 +68,8 @@ class Oyente:
             self._p.kill()
             self._p.wait()
 
-    def _pide(self, orden):
-        self._p.stdin.write(orden + '\n')
+    def _pide(self, *orden):
+        self._p.stdin.write(json.dumps(orden) + '\n')
         self._p.stdin.flush()
         linea = self._p.stdout.readline()
         if not linea:
@@ -82,49 +80,62 @@ class Oyente:
         """Trees of the windows that are shown."""
         return self._pide('ventanas')
 
+    def titulos(self):
+        """Titles of the windows that are shown, with whether the keyboard is theirs."""
+        return dict(self._pide('titulos'))
+
     def ventana(self, titulo):
         """The tree of the window of that title, once it is there."""
-        def busca():
-            return next((v for v in self.ventanas() if v['nombre'] == titulo), None)
-        return espera(busca, 10, 0.1, f'the accessible window "{titulo}"')
+        return espera(lambda: self._pide('ventana', titulo), 20, 0.02, f'the accessible window "{titulo}"')
+
+    def espera_activa(self, titulo):
+        """Until the window of that title has the keyboard, and all that came of it has been heard."""
+        espera(lambda: self.titulos().get(titulo), 20, 0.02, f'the window "{titulo}" to have the keyboard')
+        self.asienta()
+
+    def asienta(self):
+        """Waits until the program has done what the keys sent so far make it do, and its events have come. What opens,
+        closes or gives the keyboard to another window comes later still."""
+        assert self._pide('asienta'), 'the window that has the keyboard never answers'
 
     def foco(self):
         """[name, role, path] of the object that has the focus, by its events; None before the first."""
         return self._pide('foco')
 
+    def focos(self, desde=0):
+        """All that have had the focus, in order, from the `desde`th on."""
+        return self._pide('focos', desde)
+
     def sucesos(self):
         """How many events have come, and how many focus events among them."""
         return self._pide('sucesos')
 
-    def espera_foco(self, antes, limite=1.5):
-        """The focus after the number of focus events has passed `antes`, or None when none comes."""
-        fin = time.monotonic() + limite
-        while time.monotonic() < fin:
-            if self.sucesos()[1] > antes:
-                time.sleep(0.03)  # what else belongs to the same key
-                return self.foco()
-            time.sleep(0.01)
-        return None
+    def pulsa(self, pulsa, tecla):
+        """Presses a key; what it gave the focus to, in order."""
+        antes = self.sucesos()[1]
+        pulsa(tecla)
+        self.asienta()
+        return self.focos(antes)
 
 
 def recorre(oyente, pulsa, ventana, tope=150):
     """Presses Tab until the focus comes round in that window, given as a tree; the objects met, [name, role, path] each,
     the one that has the focus at the beginning first."""
-    vistos = [[n['nombre'], n['rol'], ''] for n in enfocables(ventana) if 'focused' in n['estados']]
-    rutas, sordas = set(), 0
+    oyente.asienta()
+    vistos = [[n['nombre'], n['rol'], n['ruta']] for n in enfocables(ventana) if 'focused' in n['estados']]
+    rutas, sordas = {ruta for _, _, ruta in vistos}, 0
     for _ in range(tope):
-        antes = oyente.sucesos()[1]
-        pulsa('Tab')
         en_texto = vistos and vistos[-1][1] in TEXTOS
-        foco = oyente.espera_foco(antes, 0.4 if en_texto else 1.5)
-        if foco is None and en_texto and sordas < 60:
+        focos = oyente.pulsa(pulsa, 'Tab')
+        if not focos and en_texto and sordas < 60:
             sordas += 1  # it goes through the links of a text
             continue
-        if foco is None or foco[2] in rutas:
+        nuevos = [f for f in focos if f[2] not in rutas]
+        if not nuevos:
             return vistos
-        vistos.append(foco)
-        rutas.add(foco[2])
-        if foco[1] == 'radio button':
+        vistos += nuevos
+        rutas |= {f[2] for f in nuevos}
+        if vistos[-1][1] == 'radio button':
             vistos += _recorre_opciones(oyente, pulsa, rutas)
     raise AssertionError(f'the focus never comes round: {vistos}')
 
@@ -134,15 +145,11 @@ def _recorre_opciones(oyente, pulsa, rutas):
     vistos = []
     for tecla in ('Down', 'Up'):
         for _ in range(12):
-            antes = oyente.sucesos()[1]
-            pulsa(tecla)
-            foco = oyente.espera_foco(antes, 0.6)
-            if foco is None or foco[1] != 'radio button':
-                break
-            if foco[2] not in rutas:
-                vistos.append(foco)
-                rutas.add(foco[2])
-            elif tecla == 'Down':
+            focos = [f for f in oyente.pulsa(pulsa, tecla) if f[1] == 'radio button']
+            nuevos = [f for f in focos if f[2] not in rutas]
+            vistos += nuevos
+            rutas |= {f[2] for f in nuevos}
+            if not focos or (tecla == 'Down' and not nuevos):
                 break
     return vistos
 
@@ -161,11 +168,131 @@ def inalcanzables(ventana, vistos):
 # The client's side.
 
 _PREGUNTAS = ('object:', 'window:', 'document:')
+_LIMITE_MS = 15000  # of a question to a program on a busy machine; the library's own is under a second
 
 
-def _cliente(aplicacion):
+class _Cliente:
+    def __init__(self, atspi, glib, aplicacion, eco, pregunta_registro):
+        self._atspi, self._glib, self._aplicacion, self._eco = atspi, glib, aplicacion.lower(), eco
+        self._pregunta_registro = pregunta_registro
+        self._todos, self._focos = 0, []
+        self._oyente = atspi.EventListener.new(self._suceso)
+        for clase in _PREGUNTAS:
+            self._oyente.register(clase)
+        self.ordenes = {'hola': lambda: 'hola', 'ventanas': self._ventanas, 'ventana': self._ventana,
+                        'titulos': self._titulos, 'asienta': self._asienta,
+                        'foco': lambda: self._focos[-1] if self._focos else None,
+                        'focos': lambda desde: self._focos[desde:],
+                        'sucesos': lambda: [self._todos, len(self._focos)]}
+
+    # What comes by itself.
+
+    def _suceso(self, e, *_):
+        self._todos += 1
+        try:
+            objeto = e.source
+            nombre, rol = self._nombre(objeto), objeto.get_role_name()
+            objeto.get_state_set().get_states()
+            objeto.get_description()
+            objeto.get_index_in_parent()
+            if e.type.startswith('object:text-') or rol in ('text', 'spin button'):
+                if 'Text' in objeto.get_interfaces():
+                    self._atspi.Text.get_text(objeto, 0, -1)
+            if e.type.startswith(('object:state-changed:focused', 'focus:')) and (e.detail1 or e.type == 'focus:'):
+                self._focos.append([nombre, rol, self._ruta(objeto)])
+        except self._glib.Error:
+            pass  # it is gone already
+
+    def _nombre(self, objeto):
+        """A list that drops down has its chosen entry as name; a screen reader says the labels it belongs to before."""
+        if objeto.get_role_name() == 'combo box':
+            for relacion in objeto.get_relation_set():
+                if relacion.get_relation_type() == self._atspi.RelationType.LABELLED_BY:
+                    return ' '.join(relacion.get_target(i).get_name() for i in range(relacion.get_n_targets()))
+        return objeto.get_name() or ''
+
+    @staticmethod
+    def _ruta(objeto):
+        """Tells objects apart: where it stands, its window's place in the program first."""
+        partes, uno = [], objeto
+        while uno is not None and uno.get_role_name() != 'application' and len(partes) < 40:
+            partes.append(str(uno.get_index_in_parent()))
+            uno = uno.get_parent()
+        return '/'.join(reversed(partes))
+
+    # What is asked for.
+
+    def _programas(self):
+        escritorio = self._atspi.get_desktop(0)
+        dados = (escritorio.get_child_at_index(i) for i in range(escritorio.get_child_count()))
+        return [p for p in dados if p is not None and p.get_name().lower() == self._aplicacion]
+
+    def _asienta(self):
+        """The echo says that the toolkit has taken the keys. For each it then asks the registry whether somebody else wants
+        it, and the answer puts it at the end of its queue. So each side is asked in turn, by something that it answers
+        in the order of what came before: the program, the registry, and the program twice."""
+        if not self._eco.espera():
+            return False
+        programas = self._programas()
+        for programa in programas:
+            programa.get_relation_set()  # the library never keeps this answer
+        self._pregunta_registro()
+        for programa in (*programas, *programas):
+            programa.get_relation_set()
+        return True
+
+    def _mostradas(self):
+        """(object, its path, its states) of the windows that are shown: whatever stands directly below a program, and
+        dialogs, which may be children of their owner."""
+        def busca(objeto, ruta, todos):
+            for i in range(objeto.get_child_count()):
+                hijo = objeto.get_child_at_index(i)
+                if hijo is None or not (todos or hijo.get_role_name() in VENTANAS):
+                    continue
+                estados = self._estados(hijo)
+                if {'showing', 'visible'} <= set(estados):
+                    yield hijo, f'{ruta}{i}', estados
+                yield from busca(hijo, f'{ruta}{i}/', False)
+        for programa in self._programas():
+            yield from busca(programa, '', True)
+
+    @staticmethod
+    def _estados(objeto):
+        return [s.value_nick for s in objeto.get_state_set().get_states()]
+
+    def _titulos(self):
+        return [[v.get_name() or '', 'active' in estados] for v, _, estados in self._mostradas()]
+
+    def _ventanas(self):
+        return [self._arbol(v, ruta) for v, ruta, _ in self._mostradas()]
+
+    def _ventana(self, titulo):
+        return next((self._arbol(v, ruta) for v, ruta, _ in self._mostradas() if v.get_name() == titulo), None)
+
+    def _arbol(self, objeto, ruta, dentro_de=()):
+        rol = objeto.get_role_name()
+        nodo = {'nombre': self._nombre(objeto), 'rol': rol, 'estados': self._estados(objeto), 'ruta': ruta,
+                'descripcion': objeto.get_description() or '', 'hijos': []}
+        # The entries of a list that drops down are no controls; they are many.
+        if len(dentro_de) >= 30 or dentro_de[-1:] == ('combo box',):
+            return nodo
+        for i in range(objeto.get_child_count()):
+            hijo = objeto.get_child_at_index(i)
+            if hijo is None or hijo.get_role_name() in VENTANAS:
+                continue
+            rama = self._arbol(hijo, f'{ruta}/{i}', (*dentro_de, rol))
+            # The box inside a number box or an editable list: its holder bears the name.
+            if rol in ('spin button', 'combo box'):
+                for n in nodos(rama):
+                    n['interno'] = True
+            nodo['hijos'].append(rama)
+        return nodo
+
+
+def _atiende(aplicacion):
     import gi
     gi.require_version('Atspi', '2.0')
+    from eco import Eco
     from gi.repository import Atspi, Gio, GLib
 
     sesion = Gio.bus_get_sync(Gio.BusType.SESSION)
@@ -173,106 +300,34 @@ def _cliente(aplicacion):
         sesion.call_sync('org.a11y.Bus', '/org/a11y/bus', 'org.freedesktop.DBus.Properties', 'Set',
                          GLib.Variant('(ssv)', ('org.a11y.Status', propiedad, GLib.Variant('b', True))), None, 0, 10000)
     Atspi.init()
-    estado = {'todos': 0, 'focos': 0, 'foco': None}
+    Atspi.set_timeout(_LIMITE_MS, _LIMITE_MS)
+    direccion = sesion.call_sync('org.a11y.Bus', '/org/a11y/bus', 'org.a11y.Bus', 'GetAddress', None, None, 0, 10000)
+    accesible = Gio.DBusConnection.new_for_address_sync(
+        direccion[0], Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION)
 
-    def nombre_de(objeto):
-        """A list that drops down has its chosen entry as name; a screen reader says the labels it belongs to before."""
-        if objeto.get_role_name() == 'combo box':
-            for relacion in objeto.get_relation_set():
-                if relacion.get_relation_type() == Atspi.RelationType.LABELLED_BY:
-                    return ' '.join(relacion.get_target(i).get_name() for i in range(relacion.get_n_targets()))
-        return objeto.get_name() or ''
-
-    def suceso(e, *_):
-        estado['todos'] += 1
-        try:
-            objeto = e.source
-            nombre, rol = nombre_de(objeto), objeto.get_role_name()
-            objeto.get_state_set().get_states()
-            objeto.get_description()
-            objeto.get_index_in_parent()
-            if e.type.startswith('object:text-') or rol in ('text', 'spin button'):
-                if 'Text' in objeto.get_interfaces():
-                    Atspi.Text.get_text(objeto, 0, -1)
-            if e.type.startswith(('object:state-changed:focused', 'focus:')) and (e.detail1 or e.type == 'focus:'):
-                estado['foco'] = [nombre, rol, _clave(objeto)]
-                estado['focos'] += 1
-        except GLib.Error:
-            pass  # it is gone already
-
-    def _clave(objeto):
-        """Tells objects apart: where it stands below its window."""
-        partes, uno = [], objeto
-        while uno is not None and uno.get_role_name() != 'application' and len(partes) < 40:
-            partes.append(str(uno.get_index_in_parent()))
-            uno = uno.get_parent()
-        return '/'.join(reversed(partes))
-
-    oyente = Atspi.EventListener.new(suceso)
-    for clase in _PREGUNTAS:
-        oyente.register(clase)
-
-    def arbol(objeto, hondo=0):
-        nodo = {'nombre': nombre_de(objeto), 'rol': objeto.get_role_name(),
-                'estados': [s.value_nick for s in objeto.get_state_set().get_states()],
-                'descripcion': objeto.get_description() or '', 'hijos': []}
-        if hondo < 30:
-            for i in range(objeto.get_child_count()):
-                hijo = objeto.get_child_at_index(i)
-                if hijo is None:
-                    continue
-                rama = arbol(hijo, hondo + 1)
-                # The box inside a number box or an editable list: its holder bears the name.
-                if nodo['rol'] in ('spin button', 'combo box'):
-                    rama['interno'] = True
-                    for n in nodos(rama):
-                        n['interno'] = True
-                nodo['hijos'].append(rama)
-        return nodo
-
-    def ventanas():
-        escritorio = Atspi.get_desktop(0)
-        dadas = []
-        for i in range(escritorio.get_child_count()):
-            programa = escritorio.get_child_at_index(i)
-            if programa is None or programa.get_name().lower() != aplicacion.lower():
-                continue
-            for j in range(programa.get_child_count()):
-                ventana = programa.get_child_at_index(j)
-                if ventana is None:
-                    continue
-                nodo = arbol(ventana)
-                if {'showing', 'visible'} <= set(nodo['estados']):
-                    dadas.append(nodo)
-                # A dialog is a child of its owner.
-                for n in [x for h in nodo['hijos'] for x in nodos(h)]:
-                    if n['rol'] in VENTANAS and {'showing', 'visible'} <= set(n['estados']):
-                        dadas.append(n)
-                _saca_ventanas(nodo)
-        return dadas
-
-    def _saca_ventanas(nodo):
-        nodo['hijos'] = [h for h in nodo['hijos'] if h['rol'] not in VENTANAS]
-        for h in nodo['hijos']:
-            _saca_ventanas(h)
-
+    def pregunta_registro():
+        """Something of the interface that serves keys: those questions wait in a line of their own."""
+        accesible.call_sync('org.a11y.atspi.Registry', '/org/a11y/atspi/registry/deviceeventcontroller',
+                            'org.a11y.atspi.DeviceEventController', 'GetKeystrokeListeners', None, None, 0, _LIMITE_MS)
+    cliente = _Cliente(Atspi, GLib, aplicacion, Eco(), pregunta_registro)
     bucle = GLib.MainLoop()
 
-    def orden(canal, _condicion):
+    def orden(_canal, _condicion):
         linea = sys.stdin.readline()
         if not linea:
             bucle.quit()
             return False
+        nombre, *datos = json.loads(linea)
         try:
-            dada = {'hola': lambda: 'hola', 'ventanas': ventanas, 'foco': lambda: estado['foco'],
-                    'sucesos': lambda: [estado['todos'], estado['focos']]}[linea.strip()]()
+            dada = cliente.ordenes[nombre](*datos)
         except GLib.Error:  # what was being asked went meanwhile
             dada = []
         print(json.dumps(dada), flush=True)
         return True
+    # Behind whatever has come of events: what is told is told of all of them.
     GLib.io_add_watch(GLib.IOChannel.unix_new(0), GLib.PRIORITY_LOW, GLib.IOCondition.IN | GLib.IOCondition.HUP, orden)
     bucle.run()
 
 
 if __name__ == '__main__':
-    _cliente(sys.argv[1])
+    _atiende(sys.argv[1])

@@ -1,13 +1,16 @@
 """Every window as a screen reader has it: named, told apart, reached by keyboard, and alive while it is listened to."""
 import os
+import pty
 import re
 import signal
+import threading
 import time
+import tty
 
 from arnes.accesibilidad import Oyente, defectos, enfocables, inalcanzables, nodos, recorre
 from arnes.banco import OBRA, PROGRAMA, Banco, texto_tonos
 from arnes.procesos import espera
-from casos.opciones import TITULO, _doble_click, _espera_abierta
+from casos.opciones import TITULO, _doble_click
 from casos.programa import _abre_menu
 from casos.ventanas import _elige, _espera_ventana
 
@@ -50,11 +53,12 @@ class Lectora(Banco):
         super().__exit__(*error)
 
     def titulos(self):
-        return {v['nombre'] for v in self.oyente.ventanas()}
+        return set(self.oyente.titulos())
 
 
 def _comprueba(o, pulsa, titulo):
     """A window's names, and every control of it by keyboard. Returns its tree and the objects met."""
+    o.espera_activa(titulo)
     ventana = o.ventana(titulo)
     malos = defectos(ventana)
     assert not malos, f'{titulo}: {malos}'
@@ -67,24 +71,24 @@ def _comprueba(o, pulsa, titulo):
 
 def _ve_a(b, nombres):
     """Tab until one of those names has the focus."""
-    camino = []
+    b.oyente.asienta()
+    foco, camino = b.oyente.foco(), []
     for _ in range(150):
-        foco = b.oyente.foco()
         if foco and foco[0] in nombres:
             return
         camino.append(foco and foco[0])
-        antes = b.oyente.sucesos()[1]
-        b.tecla('Tab')
-        assert b.oyente.espera_foco(antes), f'Tab leads nowhere, seeking {nombres}'
+        focos = b.oyente.pulsa(b.tecla, 'Tab')
+        assert focos, f'Tab leads nowhere, seeking {nombres}; met: {camino}'
+        foco = focos[-1]
     raise AssertionError(f'{nombres} never had the focus; met: {camino}')
 
 
 def _abre_lo_que_abra(b, boton):
     """Presses a button of a page; what window comes is walked and dismissed."""
     antes = b.titulos()
-    _ve_a(b, {boton})
-    b.tecla('space')
-    fin = time.monotonic() + 1.0
+    _abre_para_ver(b, boton)
+    b.oyente.asienta()
+    fin = time.monotonic() + 1.0  # a window that comes later than the key's own work
     nuevas = set()
     # A window may be listed a moment before its title is; one that never has a title is found below.
     while not any(nuevas) and time.monotonic() < fin:
@@ -93,11 +97,13 @@ def _abre_lo_que_abra(b, boton):
         nuevas -= {''}
     b.sigue_vivo()
     for titulo in nuevas:
-        time.sleep(0.3)  # painted, with its focus
-        if titulo not in AJENAS:
+        if titulo in AJENAS:
+            b.oyente.espera_activa(titulo)
+        else:
             _comprueba(b.oyente, b.tecla, titulo)
         b.tecla('Escape')
-        espera(lambda t=titulo: t not in b.titulos(), 5, que=f'the end of {titulo}')
+        espera(lambda t=titulo: t not in b.titulos(), 20, que=f'the end of {titulo}')
+    b.oyente.espera_activa(TITULO)
     return nuevas
 
 
@@ -107,10 +113,13 @@ def _abre_para_ver(b, boton):
     b.tecla('space')
 
 
+def _lista(b):
+    return next(n for n in nodos(b.oyente.ventana(TITULO)) if n['rol'] == 'list' and n['nombre'] == 'Opciones')
+
+
 def _rotulos(b):
     """The captions of the pages that there are."""
-    lista = next(n for n in nodos(b.oyente.ventana(TITULO)) if n['rol'] == 'list' and n['nombre'] == 'Opciones')
-    return [n['nombre'] for n in lista['hijos']]
+    return [n['nombre'] for n in _lista(b)['hijos']]
 
 
 def _pagina(b, rotulo):
@@ -118,34 +127,53 @@ def _pagina(b, rotulo):
     rotulos = _rotulos(b)
     _ve_a(b, {'Opciones', *rotulos})
     for tecla in ('Home', *['Down'] * rotulos.index(rotulo)):
-        b.tecla(tecla)
-
-    def elegida():
-        entrada = [n for n in nodos(b.oyente.ventana(TITULO)) if n['rol'] == 'list item' and n['nombre'] == rotulo]
-        return entrada and {'selected', 'focused'} & set(entrada[0]['estados'])
-    espera(elegida, 5, 0.1, f'the page {rotulo}')
+        b.oyente.pulsa(b.tecla, tecla)
+    entrada = next(n for n in _lista(b)['hijos'] if n['nombre'] == rotulo)
+    assert {'selected', 'focused'} & set(entrada['estados']), f'{rotulo} is not chosen: {entrada}'
 
 
-@caso
-def cada_pagina_y_cada_dialogo_de_la_configuracion_tiene_nombres_y_se_recorre_con_el_teclado():
+# What each scenario walks: pages of the window, with the windows that the buttons of each one open.
+REPARTO = ({'General': {'Sonidos de aviso'}, 'Voces': set()},
+           {'Tipo lectura': {'Editores de texto', 'Teclas que inician la lectura'}, 'Grabar': {'Abrir'}},
+           {'Diccionario': set(), 'Teclas rápidas': set()})
+
+
+def _recorre_paginas(parte):
+    """Every control of those pages and of the windows that their buttons open; and that the window has no page that no
+    scenario walks."""
     with Lectora(TODO) as b:
         _doble_click(b)
-        _espera_abierta(b)
-        abiertas, rotulos = set(), _rotulos(b)
-        for pagina in rotulos:
+        b.oyente.espera_activa(TITULO)
+        rotulos = _rotulos(b)
+        assert sorted(rotulos) == sorted(p for otra in REPARTO for p in otra), f'the window has the pages {rotulos}'
+        for pagina, esperadas in parte.items():
             _pagina(b, pagina)
             ventana, vistos = _comprueba(b.oyente, b.tecla, TITULO)
             propios = [n for n in enfocables(ventana) if 'visible' in n['estados'] and n['nombre'] not in PIE]
             assert len(propios) > 2, f'the page {pagina} shows {propios}'
-            for nombre, rol, _ in vistos:
-                if rol == 'push button' and nombre not in PIE:
-                    abiertas |= _abre_lo_que_abra(b, nombre)
-        print(f'pages: {rotulos}; opened from them: {sorted(abiertas)}')
-        assert len(rotulos) >= 2 and {'Sonidos de aviso', 'Editores de texto'} <= abiertas, (rotulos, abiertas)
+            botones = [nombre for nombre, rol, _ in vistos if rol == 'push button' and nombre not in PIE]
+            abiertas = set().union(*(_abre_lo_que_abra(b, nombre) for nombre in botones))
+            print(f'{pagina}: buttons {botones}, opened from them {sorted(abiertas)}')
+            assert abiertas == esperadas, f'the buttons of the page {pagina} open {abiertas}'
         b.tecla('Escape')
-        espera(lambda: TITULO not in b.titulos(), 5, que='the end of the configuration')
+        espera(lambda: TITULO not in b.titulos(), 20, que='the end of the configuration')
         b.sigue_vivo()
         assert b.oyente.sucesos()[0] > 50
+
+
+@caso
+def las_paginas_general_y_voces_y_sus_dialogos_tienen_nombres_y_se_recorren_con_el_teclado():
+    _recorre_paginas(REPARTO[0])
+
+
+@caso
+def las_paginas_de_lectura_y_de_grabar_y_sus_dialogos_tienen_nombres_y_se_recorren_con_el_teclado():
+    _recorre_paginas(REPARTO[1])
+
+
+@caso
+def las_paginas_de_diccionario_y_de_teclas_tienen_nombres_y_se_recorren_con_el_teclado():
+    _recorre_paginas(REPARTO[2])
 
 
 @caso
@@ -154,16 +182,12 @@ def el_menu_la_ayuda_y_acerca_de_tienen_nombres_y_se_recorren_con_el_teclado():
         _abre_menu(b)
         for _ in range(14):
             b.tecla('Down')
-        time.sleep(0.3)
+        espera(lambda: len([f for f in b.oyente.focos() if f[1] == 'menu item']) >= 14, 20, 0.02, 'the entries')
         b.tecla('Escape')
         _elige(b)
-        _espera_ventana(b, 'Índice - Ayuda de Ondalis')
-        time.sleep(0.3)
         _comprueba(b.oyente, b.tecla, 'Índice - Ayuda de Ondalis')
         b.tecla('Escape')
         _elige(b, 'Down', 'Down')
-        _espera_ventana(b, 'Acerca de Ondalis')
-        time.sleep(0.3)
         _comprueba(b.oyente, b.tecla, 'Acerca de Ondalis')
         b.tecla('Escape')
         b.sigue_vivo()
@@ -177,7 +201,6 @@ def sin_bandeja_la_ventana_del_menu_tiene_nombres_y_se_recorre_con_el_teclado():
         titulo = espera(lambda: next(iter(b.titulos()), None), 20, 0.1, 'the menu\'s window')
         # It comes without taking the keyboard: the user goes to it.
         b.escritorio.procesos.corre(['xdotool', 'windowactivate', '--sync', _espera_ventana(b, titulo)[0]])
-        time.sleep(0.3)
         _comprueba(b.oyente, b.tecla, titulo)
         b.sigue_vivo()
 
@@ -187,8 +210,6 @@ def los_mensajes_y_la_linea_de_comandos_tienen_nombres_y_se_recorren_con_el_tecl
     with Lectora() as b:
         for argumentos in ([], ['-help']):
             otro = b.escritorio.procesos.arranca([PROGRAMA, *argumentos], 'otro', b.escritorio.entorno)
-            _espera_ventana(b, 'Ondalis')
-            time.sleep(0.3)
             _comprueba(b.oyente, b.tecla, 'Ondalis')
             b.tecla('Escape')
             assert otro.wait(5) == 0
@@ -229,45 +250,71 @@ def con_un_lector_de_pantalla_escuchando_se_lee_y_se_obedece():
         assert b.lector.wait(5) == 0
 
 
+class _Orca:
+    """Orca, and what it says. Its record goes to a terminal, because only there it is written line by line."""
+
+    def __init__(self, b):
+        self._lee, escribe = pty.openpty()
+        tty.setraw(escribe)
+        self.proceso = b.escritorio.procesos.arranca(
+            ['orca', '--replace', '--debug-file=' + os.ttyname(escribe), '--disable', 'braille'])
+        self._escribe = escribe  # open here as well until Orca has opened it
+        self.dicho, self._hasta = [], 0
+        threading.Thread(target=self._escucha, daemon=True).start()
+
+    def _escucha(self):
+        with os.fdopen(self._lee, 'rb') as f:
+            try:
+                for linea in f:
+                    m = re.search(r"SPEECH OUTPUT: '(.*)'\{", linea.decode(errors='replace'))
+                    if m:
+                        self.dicho.append(m[1])
+            except OSError:
+                pass  # that is how a terminal ends
+
+    def espera_lista(self):
+        """Until it has said its greeting: then it listens."""
+        espera(lambda: self.dicho, 30, que='Orca')
+        os.close(self._escribe)
+
+    def espera(self, texto):
+        """Until it has said that, behind what it was waited for to say before."""
+        def oido():
+            donde = next((i for i, d in enumerate(self.dicho[self._hasta:], self._hasta) if texto in d), None)
+            if donde is not None:
+                self._hasta = donde + 1
+            return donde is not None
+        try:
+            espera(oido, 30, que=f'Orca to say "{texto}"')
+        except AssertionError as e:
+            raise AssertionError(f'{e} in its turn; it has said {self.dicho}') from e
+
+
 @caso
 def orca_dice_la_ventana_su_pagina_y_cada_control_al_que_llega_el_teclado():
     with Lectora(TODO, arranca=False) as b:
-        diario = os.path.join(b.escritorio.carpeta, 'orca-dice.txt')
-        orca = b.escritorio.procesos.arranca(['orca', '--replace', '--debug-file=' + diario, '--disable', 'braille'])
-        espera(lambda: os.path.isfile(diario) and os.path.getsize(diario) > 0, 30, que='Orca')
-        time.sleep(3)  # it listens; its record is written in large pieces
+        orca = _Orca(b)
+        orca.espera_lista()
         b.arranca_lector()
         _doble_click(b)
-        _espera_abierta(b)
-        time.sleep(3)  # the window and its page are said
-        llegados = []
+        for texto in (TITULO, 'General'):
+            orca.espera(texto)
         for n in range(12):
             antes = b.oyente.sucesos()[1]
             b.tecla('Tab')
-            foco = b.oyente.espera_foco(antes)
-            assert foco, f'the focus stays after {n} controls'
-            llegados.append(foco[0])
-            time.sleep(0.7)  # said, not overtaken by the next one
-        assert orca.poll() is None
+            # Orca is asked for each key before the program gets it, so there is no echo to wait for.
+            orca.espera(espera(lambda d=antes: b.oyente.focos(d), 20, que=f'the focus to leave control {n}')[-1][0])
+        assert orca.proceso.poll() is None
         b.sigue_vivo()
-        b.escritorio.procesos.termina(orca, 10)
-        with open(diario, encoding='utf-8', errors='replace') as f:
-            dicho = re.findall(r"SPEECH OUTPUT: '(.*)'\{", f.read())
-    resto = list(dicho)
-    for esperado in (TITULO, 'General', *llegados):
-        donde = next((i for i, d in enumerate(resto) if esperado in d), None)
-        assert donde is not None, f'Orca does not say "{esperado}" in its turn; it said {dicho}'
-        del resto[:donde + 1]
-    assert not any('layered pane' in d for d in dicho), dicho
-    print(f'Orca said {len(dicho)} things, among them {len(llegados)} controls in order')
+        assert not any('layered pane' in d for d in orca.dicho), orca.dicho
+        print(f'Orca said {len(orca.dicho)} things, among them 12 controls in order')
 
 
 def _muda(argumentos):
     with Banco(arranca=False) as b:
         with Oyente(b.escritorio, 'ventana-muda') as o:
             b.escritorio.procesos.arranca([os.path.join(OBRA, 'tests', 'ventana-muda'), *argumentos], 'muda')
-            _espera_ventana(b, 'Ventana de prueba')
-            time.sleep(0.3)
+            o.espera_activa('Ventana de prueba')
             ventana = o.ventana('Ventana de prueba')
             return defectos(ventana), inalcanzables(ventana, recorre(o, b.tecla, ventana))
 

@@ -261,6 +261,21 @@ def un_fichero_que_manda_otro_programa_se_graba():
 
 
 @caso
+def un_fichero_vacio_que_manda_otro_programa_se_dice_y_no_deja_nada():
+    with Estudio() as b:
+        espera_lector(b)
+        libro = os.path.join(b.escritorio.carpeta, 'libro.txt')
+        with open(libro, 'w', encoding='utf-8'):
+            pass
+        ctl(b, 'fichero', libro)
+        b.espera_caja()
+        assert '(5)' in b.diario(), b.diario()
+        assert b.ficheros() == [] and not os.path.exists(b.temporal), b.ficheros()
+        b.copia(texto_tonos(0, 6))
+        en_orden(grabados(b.espera_fichero('Lectura.wav')), range(6))
+
+
+@caso
 def la_voz_de_verdad_graba_lo_mismo_que_lee():
     texto = 'El viento del norte y el sol discutían sobre cuál de ellos era el más fuerte. Pasó un viajero.'
     with Estudio(motor='real', LeerTexto='True') as b:

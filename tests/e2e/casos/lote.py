@@ -281,6 +281,32 @@ def una_voz_sapi5_que_no_esta_es_un_error():
 
 
 @caso
+def un_motor_que_no_dice_nada_es_un_error_y_no_deja_fichero():
+    sapi5 = {'FabricanteActivo': 'Casa', 'VozActiva': 'Muda'}
+    with _banco('real') as b:
+        mudo = 'ondalis: cVozECI: Error al realizar la lectura\n'
+        for linea in (['hola', '-outputfile', 'a.wav'], ['hola']):
+            error = _acaba(_lanza(b, *linea, pantalla=False, ONDALIS_MOTOR='/bin/false'))
+            assert error.startswith(mudo + 'El motor de voz '), error
+            assert not _en_carpeta(b)
+    with _banco('real', ajustes={'Voz': sapi5}) as b:
+        motores = os.path.join(b.escritorio.carpeta, 'motores')
+        os.mkdir(motores)
+        _escribe(os.path.join(motores, 'casa.motor'), """[motor]
+fabricante = Casa
+programa = /bin/sh
+argumentos = -c "kill -SEGV $$"
+[voz muda]
+nombre = Muda
+lengua = 40A
+""")
+        for linea in (['uno. dos', '-outputfile', 'a.wav'], ['uno. dos']):
+            error = _acaba(_lanza(b, *linea, pantalla=False, ONDALIS_MOTORES=motores))
+            assert 'EjecutaLineaComandos: El motor de voz rechaza' in error and 'por la señal 11' in error, error
+            assert not _en_carpeta(b)
+
+
+@caso
 def clear_en_un_trabajo_habla_con_los_ajustes_de_fabrica():
     with _banco(ajustes={'Voz': {'FabricanteActivo': 'Otra casa'}}) as b:
         _hecho(_lanza(b, 'n3', '-clear', '-outputfile', 'a.wav', pantalla=False))

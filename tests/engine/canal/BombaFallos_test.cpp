@@ -330,6 +330,7 @@ TEST(cBombaFallos, AWorkerThatAlwaysDiesEndsALongTextSoon) {
         if (b.bomba.Numero() != 0) b.Motor().Muere();
     }
     EXPECT_EQ(b.Eventos(), "f1");
+    EXPECT_EQ(b.eventos.back().texto, u"El motor de voz ha terminado demasiadas veces; se abandona la locución");
     EXPECT_LE(b.lanzador.intentos, cRecorrido::kMaxFallosSeguidos + 1);
     // And the next utterance works.
     b.bomba.Habla(LocucionDe(2, u"uno"));
@@ -368,6 +369,7 @@ TEST(cBombaFallos, AWorkerThatCannotBeReplacedLetsWhatWasReceivedBeHeard) {
     EXPECT_EQ(b.Eventos(), "p0");
     b.Suena(1);
     EXPECT_EQ(b.Eventos(), "p0 f1");
+    EXPECT_EQ(b.eventos.back().texto, u"No se puede iniciar el motor de voz");  // it isn't whole
 }
 
 TEST(cBombaFallos, AnIdleWorkersDeathIsNoFailureOfTheNextUtterance) {

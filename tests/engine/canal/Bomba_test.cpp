@@ -233,5 +233,38 @@ TEST(cBomba, MemoryStaysBoundedForALongTextAndTheWorkerIsHeldBack) {
         ASSERT_EQ(b.salida.sonado[i], static_cast<std::int16_t>(i)) << i;
 }
 
+TEST(cBomba, AnUtteranceOfWhichNothingCouldBeSaidEndsWithTheReason) {
+    for (const bool suena : {false, true}) {
+        BancoBomba b;
+        b.bomba.Habla(LocucionDe(1, u"uno dos"));
+        b.Contesta();
+        b.Motor().Manda(TramaPcm{1, std::vector<std::int16_t>(100, 0)});  // a pause of the text's own is nothing said
+        b.Motor().Manda(TramaError{1, "el programa ha muerto por la señal 11\n\xFF"});
+        if (suena) b.Motor().MandaPcm(1, 100);
+        b.Motor().Manda(TramaFin{1});
+        b.Suena(200);
+        ASSERT_EQ(b.Eventos(), "f1");
+        const std::u16string motivo =
+            u"El motor de voz rechaza la locución: el programa ha muerto por la señal 11 \uFFFD";
+        EXPECT_EQ(b.eventos.front().texto, motivo);  // the log has it in both cases
+        EXPECT_EQ(b.eventos.back().texto, suena ? u"" : motivo);
+    }
+}
+
+TEST(cBomba, AReasonIsNotThatOfTheNextUtterance) {
+    BancoBomba b;
+    b.lanzador.puede = false;
+    b.bomba.Habla(LocucionDe(1, u"uno"));
+    b.Paso();
+    EXPECT_EQ(b.eventos.back().texto, u"No se puede iniciar el motor de voz");
+    b.lanzador.puede = true;
+    b.bomba.Habla(LocucionDe(2, u" "));
+    b.Contesta();
+    b.Motor().Manda(TramaFin{2});
+    b.Paso();
+    EXPECT_EQ(b.Eventos(), "f1 f2");
+    EXPECT_EQ(b.eventos.back().texto, u"");
+}
+
 }  // namespace
 }  // namespace ondalis

@@ -17,6 +17,8 @@ class cPortapapelesX11Prueba : public testing::Test {
 protected:
     void SetUp() override {
         if (!pruebas::ServidorX::Unico()) GTEST_SKIP() << "no Xvfb on this machine";
+        otra.emplace([](const xcb_generic_event_t &) {});  // only now: the first test's server has just come
+        ASSERT_TRUE(otra->Viva());
         Abre({});
     }
     void Abre(cPortapapelesX11::Plazos plazos) {
@@ -39,14 +41,14 @@ protected:
     bool EsperaDueno(bool alguno) {
         return EsperaA([&] {
             const XcbPtr<xcb_get_selection_owner_reply_t> r(xcb_get_selection_owner_reply(
-                otra.Xcb(), xcb_get_selection_owner(otra.Xcb(), otra.Atomo("CLIPBOARD")), nullptr));
+                otra->Xcb(), xcb_get_selection_owner(otra->Xcb(), otra->Atomo("CLIPBOARD")), nullptr));
             return (r->owner != XCB_NONE) == alguno;
         });
     }
 
     QTemporaryDir carpeta;
     cLog log{carpeta.path() + QStringLiteral("/Ondalis.log")};
-    cConexionX otra{[](const xcb_generic_event_t &) {}};
+    std::optional<cConexionX> otra;
     int recogidas = 0;
     std::optional<cPortapapelesX11> portapapeles;
 };
@@ -194,15 +196,15 @@ TEST_F(cPortapapelesX11Prueba, EmptyingAHungOwnerDoesNotWaitForIt) {
 
 TEST_F(cPortapapelesX11Prueba, ACopyMadeRightAfterTheCallStands) {
     const auto dueno = Copia("texto", QStringLiteral("viejo"));
-    xcb_connection_t *x = otra.Xcb();
+    xcb_connection_t *x = otra->Xcb();
     const xcb_window_t ventana = xcb_generate_id(x);
-    xcb_create_window(x, 0, ventana, otra.Raiz(), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0,
+    xcb_create_window(x, 0, ventana, otra->Raiz(), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0,
                       nullptr);
-    const xcb_atom_t seleccion = otra.Atomo("CLIPBOARD");
+    const xcb_atom_t seleccion = otra->Atomo("CLIPBOARD");
     for (int vuelta = 0; vuelta < 20; ++vuelta) {
         portapapeles->Vacia();
         xcb_set_selection_owner(x, ventana, seleccion, XCB_CURRENT_TIME);
-        otra.PonteAlDia();
+        otra->PonteAlDia();
         EsperaA([&] { return false; }, 10);  // all that could still take it away has had its turn
         const XcbPtr<xcb_get_selection_owner_reply_t> r(
             xcb_get_selection_owner_reply(x, xcb_get_selection_owner(x, seleccion), nullptr));

@@ -1,10 +1,11 @@
-// Every page and small dialog with letters from small to very large. A page that is added to the program is added here.
-#include "fakes/Letras.h"
-
+// Pages and small dialogs in every look, with letters from small to very large. A page that needs more than its values
+// has the same test beside its others.
 #include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>
 
 #include "desktop/Principal.h"
+#include "desktop/cListaOpciones.h"
+#include "fakes/Aspectos.h"
 #include "fakes/RegistroPropio.h"
 #include "reader/EditoresTexto.h"
 #include "settings/SonidosAviso.h"
@@ -18,16 +19,18 @@ class LetrasTest : public testing::Test {
 protected:
     // The page in the window, as it is used.
     void Comprueba(Pagina cual, const std::function<PaginaOpciones *()> &crea) {
-        CompruebaLetras([&] {
-            auto ventana = std::make_unique<Principal>(r.Registro(), r.Log(), Principal::Acciones{});
-            ventana->PonPagina(cual, crea());
-            ventana->Muestra();
-            return ventana;
-        });
+        CompruebaAspectos(
+            [&] {
+                auto ventana = std::make_unique<Principal>(r.Registro(), r.Log(), Principal::Acciones{});
+                ventana->PonPagina(cual, crea());
+                ventana->Muestra();
+                return ventana;
+            },
+            QLatin1String(cListaOpciones::Fila(cListaOpciones::Indice(cual)).control));
     }
     template <class Dialogo, class Opciones>
     void Comprueba(Opciones &opciones) {
-        CompruebaLetras([&] {
+        CompruebaAspectos([&] {
             auto dialogo = std::make_unique<Dialogo>(
                 opciones, DialogoOpciones::Colaboradores{
                               .duena = nullptr, .registro = r.Registro(), .log = r.Log(), .ayuda = {}, .alFrente = {}});
@@ -54,6 +57,40 @@ TEST_F(LetrasTest, ThePageTipoLecturaIsNeverCut) {
 TEST_F(LetrasTest, TheDialogOfNoticeSoundsIsNeverCut) { Comprueba<SonidosAviso>(sonidos); }
 
 TEST_F(LetrasTest, TheDialogOfTextEditorsIsNeverCut) { Comprueba<EditoresTexto>(editores); }
+
+TEST_F(LetrasTest, TheChecksFindWhatOverlapsWhatIsOutOfOrderAndALetterUsedTwice) {
+    QWidget ventana;
+    QPushButton primero(QStringLiteral("&Abrir"), &ventana), segundo(QStringLiteral("&Atrás"), &ventana),
+        tercero(QStringLiteral("Otro"), &ventana);
+    tercero.setGeometry(0, 50, 80, 30);
+    primero.setGeometry(0, 100, 80, 30);
+    segundo.setGeometry(20, 110, 80, 30);
+    ventana.show();
+    EXPECT_NONFATAL_FAILURE(CompruebaQueNadaSeSolapa(ventana), "Abrir");
+    primero.setGeometry(0, 0, 80, 30);
+    segundo.setGeometry(0, 100, 80, 30);
+    CompruebaQueNadaSeSolapa(ventana);
+    EXPECT_NONFATAL_FAILURE(CompruebaOrdenDeLectura(ventana), "comes behind");
+    EXPECT_NONFATAL_FAILURE(CompruebaMnemonicos(ventana), "Alt+A");
+}
+
+TEST_F(LetrasTest, TheCheckFindsATextThatIsTooFaint) {
+    QWidget ventana;
+    ventana.resize(300, 200);
+    QPalette tenue = ventana.palette();
+    tenue.setColor(QPalette::Window, Qt::white);
+    tenue.setColor(QPalette::WindowText, QColor(170, 170, 170));
+    ventana.setPalette(tenue);
+    std::vector<std::unique_ptr<QLabel>> rotulos;
+    for (int i = 0; i < 3; ++i) {
+        rotulos.push_back(
+            std::make_unique<QLabel>(i == 1 ? QStringLiteral("Tenue") : QStringLiteral("Fuerte"), &ventana));
+        rotulos.back()->setGeometry(0, 40 * i, 200, 30);
+        if (i != 1) rotulos.back()->setStyleSheet(QStringLiteral("color: black"));
+    }
+    ventana.show();
+    EXPECT_NONFATAL_FAILURE(CompruebaQueSeLee(ventana, 4.5), "Tenue");
+}
 
 // What the check would miss, it must first find.
 TEST_F(LetrasTest, TheCheckFindsACaptionThatIsCut) {

@@ -94,6 +94,14 @@ TEST_F(PaginasSencillasTest, TypedTextEnablesWhatDependsOnIt) {
     }
 }
 
+TEST_F(PaginasSencillasTest, WhereAPasswordCouldBeHeardThePageSaysSoToEyesAndEars) {
+    const auto *letrero = tipo.findChild<QLabel *>("AvisoContrasenas");
+    ASSERT_NE(letrero, nullptr);
+    EXPECT_TRUE(letrero->text().contains("contraseñas"));
+    EXPECT_TRUE(letrero->text().contains("programas que no dicen qué campos tienen"));
+    EXPECT_EQ(Casilla(tipo, "CheckLeeTeclado")->accessibleDescription(), letrero->text());
+}
+
 TEST_F(PaginasSencillasTest, ALinkWhoseWindowIsNotThereStaysDisabled) {
     ucOpcGeneral sola{opcGeneral};
     sola.EstableceValores();

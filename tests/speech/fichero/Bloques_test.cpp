@@ -74,7 +74,7 @@ TEST_F(Bloques, AMegabyteTakesNoMemoryThatGrowsWithIt) {
     // A block's text, once more in each of its forms; an hour of sound would be a hundred times that.
     EXPECT_LT(mayor - antes, 12) << "of " << antes;
     const double palabras = 3 * 12'500;
-    EXPECT_NEAR(Duracion(banco.Cerrado(), 8000), palabras * DuraPalabra(450), 0.01 * palabras * DuraPalabra(450));
+    EXPECT_NEAR(Duracion(banco.Cerrado(), 8000), palabras * DuraPalabra(510), 0.01 * palabras * DuraPalabra(510));
 }
 
 TEST_F(Bloques, AStopFromInsideEndsTheCallAtOnceAndTheFileIsTrue) {
