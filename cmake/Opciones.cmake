@@ -13,9 +13,17 @@ if(CCACHE_PROGRAM AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
 endif()
 
 add_compile_options(-Wall -Wextra -Werror)
+# GCC 12's shared library of the undefined-behaviour sanitizer takes no notice of log_path beside that of the address
+# sanitizer: what it reports of a worker, whose death the reader bears, would be seen by nobody.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    set(enlace_saneador -static-libubsan)
+endif()
 if(ONDALIS_SANEADOR)
     add_compile_options(-fsanitize=${ONDALIS_SANEADOR} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${ONDALIS_SANEADOR})
+    if(ONDALIS_SANEADOR MATCHES undefined)
+        add_link_options(${enlace_saneador})
+    endif()
     if(ONDALIS_SANEADOR MATCHES thread AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
         add_compile_options(-Wno-tsan)  # libstdc++'s fences are known to be unsupported; they are not ours
     endif()

@@ -25,7 +25,8 @@ namespace ondalis {
 
 namespace {
 
-// The toolkit, with no say in the command line: its own options have no meaning here.
+// The toolkit, with no say in the command line: its own options have no meaning here. GuardaDelBusQueCalla goes before
+// it, and before any thread of ours: it changes the environment for a moment.
 class Escritorio {
 public:
     explicit Escritorio(char **argv) : m_aplicacion(m_soloNombre, argv) {
@@ -41,10 +42,6 @@ public:
     }
 
 private:
-    struct Guarda {
-        Guarda() { GuardaDelBusQueCalla(); }
-    };
-    [[no_unique_address]] Guarda m_antes;
     int m_soloNombre = 1;
     QApplication m_aplicacion;
     QTranslator m_traductor;
@@ -62,6 +59,7 @@ int MuestraAyuda(char **argv) {
         for (const QString &linea : TextosLineaComandos()) Escribe(stdout, linea);
         return 0;
     }
+    GuardaDelBusQueCalla();
     const Escritorio escritorio(argv);
     LineaComandos ventana;
     ventana.exec();
@@ -74,6 +72,7 @@ int AvisaYaArrancado(char **argv, cLog &log) {
         Escribe(stderr, texto);
         return 0;
     }
+    GuardaDelBusQueCalla();
     const Escritorio escritorio(argv);
     cMensajesQt mensajes([](WId ventana) { TraeAlFrente(static_cast<std::uint32_t>(ventana)); });
     const cSenales senales([&mensajes] { mensajes.Cierra(); });
@@ -89,6 +88,7 @@ int Reside(char **argv, const QString &linea, cLog &log) {
         Escribe(stderr, QStringLiteral("ondalis: ") + texto);
         return kSinPantalla;
     }
+    GuardaDelBusQueCalla();
     Preparativos preparativos(log, rutas::ProgramaMotor(rutas::CarpetaEjecutable()));
     const Escritorio escritorio(argv);
     cAplicacion ondalis(preparativos, linea);
@@ -101,6 +101,7 @@ int MuestraCaja(int argc, char **argv) {
     if (!entrada.open(stdin, QIODevice::ReadOnly)) return kSinPantalla;
     const QString texto = QString::fromUtf8(entrada.readAll());
     const QByteArray clase(argv[2]);
+    GuardaDelBusQueCalla();
     const Escritorio escritorio(argv);
     cMensajesQt mensajes([](WId ventana) { TraeAlFrente(static_cast<std::uint32_t>(ventana)); });
     const cSenales senales([&mensajes] { mensajes.Cierra(); });

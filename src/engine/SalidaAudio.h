@@ -17,7 +17,7 @@ public:
 
     // `asienta` returns when the orders that the channel has been given are carried out: nothing of a speech that was
     // stopped comes any more. For outputs that change their destination; set by the channel, null when it goes.
-    virtual void SetAsentador(std::function<void()>) {}
+    virtual void SetAsentador(std::function<void()>) {}  // NOLINT(performance-unnecessary-value-param): some keep it
 
     // Prepares a stream of `hz`; positions count from 0 again. False when there is no server or it refuses.
     virtual bool Abre(int hz) = 0;

@@ -36,7 +36,13 @@ private:
     int m_descriptor;
 };
 
-int Engendra(const std::string &programa, std::vector<char *> &argumentos, int suyo, pid_t &pid) {
+// As the C library wants a list: it lives as long as the strings, and doesn't change them.
+void Anade(std::vector<std::string> &textos, std::vector<char *> &lista) {
+    for (std::string &texto : textos) lista.push_back(texto.data());
+    lista.push_back(nullptr);
+}
+
+int Engendra(const std::string &programa, char *const *argumentos, char *const *entorno, int suyo, pid_t &pid) {
     posix_spawn_file_actions_t acciones;
     posix_spawnattr_t atributos;
     posix_spawn_file_actions_init(&acciones);
@@ -54,7 +60,7 @@ int Engendra(const std::string &programa, std::vector<char *> &argumentos, int s
     posix_spawnattr_setsigmask(&atributos, &ninguna);
     posix_spawnattr_setsigdefault(&atributos, &corrientes);
     posix_spawnattr_setflags(&atributos, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
-    const int error = posix_spawn(&pid, programa.c_str(), &acciones, &atributos, argumentos.data(), environ);
+    const int error = posix_spawn(&pid, programa.c_str(), &acciones, &atributos, argumentos, entorno);
     posix_spawnattr_destroy(&atributos);
     posix_spawn_file_actions_destroy(&acciones);
     return error;
@@ -63,18 +69,20 @@ int Engendra(const std::string &programa, std::vector<char *> &argumentos, int s
 }  // namespace
 
 cLanzadorProceso::cLanzadorProceso(std::string programa, std::vector<std::string> argumentos)
-    : m_programa(std::move(programa)), m_argumentos(std::move(argumentos)) {}
+    : m_programa(std::move(programa)), m_argumentos(std::move(argumentos)) {
+    for (char **variable = environ; variable && *variable; ++variable) m_entorno.emplace_back(*variable);
+}
 
 std::unique_ptr<ProcesoMotor> cLanzadorProceso::Lanza() {
     int extremos[2];
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, extremos) != 0) return nullptr;
     fcntl(extremos[0], F_SETFL, O_NONBLOCK);
     std::string zocalo = std::to_string(kZocalo);
-    std::vector<char *> argumentos{m_programa.data(), zocalo.data()};
-    for (std::string &argumento : m_argumentos) argumentos.push_back(argumento.data());
-    argumentos.push_back(nullptr);
+    std::vector<char *> argumentos{m_programa.data(), zocalo.data()}, entorno;
+    Anade(m_argumentos, argumentos);
+    Anade(m_entorno, entorno);
     pid_t pid = 0;
-    const int error = Engendra(m_programa, argumentos, extremos[1], pid);
+    const int error = Engendra(m_programa, argumentos.data(), entorno.data(), extremos[1], pid);
     close(extremos[1]);
     if (error != 0) {
         close(extremos[0]);

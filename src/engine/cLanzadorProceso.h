@@ -11,15 +11,17 @@ namespace ondalis {
 
 class cLanzadorProceso final : public LanzadorMotor {
 public:
-    // `programa`: absolute path. `argumentos` follow the descriptor's number.
+    // `programa`: absolute path. `argumentos` follow the descriptor's number. Workers get the environment of this
+    // moment: they are started by any thread, and the toolkit changes that of the process on the main one.
     explicit cLanzadorProceso(std::string programa, std::vector<std::string> argumentos = {});
 
-    // The worker dies with the thread that calls this, if it asks for that (PR_SET_PDEATHSIG).
+    // Any thread. The worker dies with the one that calls this, if it asks for that (PR_SET_PDEATHSIG).
     std::unique_ptr<ProcesoMotor> Lanza() override;
 
 private:
     std::string m_programa;
     std::vector<std::string> m_argumentos;
+    std::vector<std::string> m_entorno;
 };
 
 }  // namespace ondalis

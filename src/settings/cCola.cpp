@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <iterator>
 #include <limits>
+#include <memory>
 #include <utility>
 
 namespace ondalis {
@@ -45,15 +46,19 @@ void cCola::Pon(Clase clase, std::function<void()> accion) {
     PideEntrega();
 }
 
+// Events are made under the lock and met under it: so the thread sanitizer, which can't see the toolkit's own locks,
+// knows that they have been handed over.
 void cCola::PideEntrega() {
+    std::unique_ptr<QEvent> aviso;
     {
         const std::lock_guard cerrojo(m_cerrojo);
         const bool nada = std::all_of(std::begin(m_pendientes), std::end(m_pendientes),
                                       [](const auto &cola) { return cola.empty(); });
         if (m_pedida || m_cerrada || nada) return;
         m_pedida = true;
+        aviso = std::make_unique<QEvent>(kEntrega);
     }
-    QCoreApplication::postEvent(this, new QEvent(kEntrega), Qt::HighEventPriority);
+    QCoreApplication::postEvent(this, aviso.release(), Qt::HighEventPriority);
 }
 
 bool cCola::event(QEvent *evento) {
@@ -141,7 +146,14 @@ bool cCola::EsperaBloqueando(const std::function<bool()> &listo, int limiteMs) {
     return true;
 }
 
-void cCola::Despierta() { QCoreApplication::postEvent(this, new QEvent(kDespierta), Qt::HighEventPriority); }
+void cCola::Despierta() {
+    std::unique_ptr<QEvent> aviso;
+    {
+        const std::lock_guard cerrojo(m_cerrojo);
+        aviso = std::make_unique<QEvent>(kDespierta);
+    }
+    QCoreApplication::postEvent(this, aviso.release(), Qt::HighEventPriority);
+}
 
 void cCola::Cierra() {
     std::deque<std::function<void()>> caidos[NumClases];  // they die outside the lock

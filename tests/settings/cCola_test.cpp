@@ -280,7 +280,7 @@ TEST_F(cColaTest, OtherTimersAreServedWhileTheCallerIsBlocked) {
     EXPECT_TRUE(cola.EsperaBloqueando([&] { return servido; }, 5000));
 }
 
-TEST_F(cColaTest, WhatSeveralThreadsPutArrivesOnceEachAndInEachOnesOrder) {
+TEST_F(cColaTest, WhatSeveralThreadsPutAmongWakeUpsArrivesOnceEachAndInEachOnesOrder) {
     constexpr int kHilos = 4;
     constexpr int kPorHilo = 500;
     std::vector<std::vector<int>> llegados(kHilos);
@@ -288,11 +288,13 @@ TEST_F(cColaTest, WhatSeveralThreadsPutArrivesOnceEachAndInEachOnesOrder) {
     std::vector<std::thread> hilos;
     for (int h = 0; h < kHilos; ++h)
         hilos.emplace_back([&, h] {
-            for (int i = 0; i < kPorHilo; ++i)
+            for (int i = 0; i < kPorHilo; ++i) {
                 cola.Pon(Clase::Motor, [&, h, i] {
                     llegados[static_cast<std::size_t>(h)].push_back(i);
                     ++total;
                 });
+                cola.Despierta();
+            }
         });
     while (total < kHilos * kPorHilo) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     for (auto &hilo : hilos) hilo.join();

@@ -49,7 +49,8 @@ private:
 };
 
 // Gives the toolkit's own connection to the session bus its answer before the toolkit waits for it: where the bus keeps
-// silent that connection fails at once and for good. Programs that are started still find the bus. Before QApplication.
+// silent that connection fails at once and for good. Programs that are started still find the bus. Before QApplication
+// and before any thread of ours, as it changes the environment for a moment.
 void GuardaDelBusQueCalla();
 
 }  // namespace ondalis

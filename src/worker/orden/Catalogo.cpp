@@ -54,7 +54,8 @@ std::vector<std::string> Absolutas(const std::string &lista) {
 std::string RutaDe(const std::string &programa) {
     if (programa[0] == '/') return EsFichero(programa, X_OK) ? programa : "";
     for (const std::string &carpeta : Absolutas(Entorno("PATH"))) {
-        const std::string ruta = carpeta + "/" + programa;
+        std::string ruta = carpeta;
+        ruta.append("/").append(programa);
         if (EsFichero(ruta, X_OK)) return ruta;
     }
     return {};

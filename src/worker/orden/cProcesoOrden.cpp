@@ -139,10 +139,10 @@ bool HazTubo(int &lee, int &escribe) {
 
 // Texts never touch the disk.
 int HazFichero(const std::string &contenido) {
-    const int fichero = Arriba(memfd_create("ondalis", MFD_CLOEXEC));
+    int fichero = Arriba(memfd_create("ondalis", MFD_CLOEXEC));
     if (fichero >= 0 && !contenido.empty() &&
         pwrite(fichero, contenido.data(), contenido.size(), 0) != static_cast<ssize_t>(contenido.size()))
-        return -1;
+        Cierra(fichero);
     return fichero;
 }
 

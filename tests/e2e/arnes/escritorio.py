@@ -10,6 +10,7 @@ import signal
 import subprocess
 import tempfile
 
+from . import saneador
 from .equis import Equis
 from .procesos import Procesos, espera
 from .sonido import RITMO, Grabadora
@@ -28,9 +29,6 @@ task_font = DejaVu Sans 9
 '''
 
 
-_SANEADORES = ('ASAN_OPTIONS', 'LSAN_OPTIONS', 'UBSAN_OPTIONS', 'TSAN_OPTIONS')
-
-
 class Escritorio:
     def __init__(self, tamano='1280x800'):
         self.carpeta = tempfile.mkdtemp(prefix='ondalis-e2e-')
@@ -47,7 +45,7 @@ class Escritorio:
                        PULSE_COOKIE=os.path.join(self.carpeta, 'run', 'galleta'))
         # Programs built with a sanitizer report into the folder, whichever process it was and however it ended; a death
         # on purpose (SIGKILL, abort) leaves no report.
-        for variable in _SANEADORES:
+        for variable in saneador.VARIABLES:
             if variable in os.environ:
                 entorno[variable] = f'{os.environ[variable]}:log_path={os.path.join(self.carpeta, "saneador")}'
         self.entorno = entorno
@@ -178,7 +176,7 @@ class Escritorio:
             self.equis.cierra()
             self.equis = None
         # The leak check at a program's end takes its time.
-        self.procesos.termina_todos(30.0 if any(v in self.entorno for v in _SANEADORES) else 3.0)
+        self.procesos.termina_todos(30.0 if any(v in self.entorno for v in saneador.VARIABLES) else 3.0)
         informes = self._informes()
         if informes:
             print(informes)

@@ -10,8 +10,9 @@ import unittest.mock
 
 import numpy as np
 
-from arnes import sonido
-from arnes.banco import Banco, en_orden, percentil
+from arnes import saneador, sonido
+from arnes.banco import OBRA, Banco, en_orden, percentil
+from arnes.escritorio import Escritorio
 from arnes.procesos import Saltado, espera
 
 CASOS = {}
@@ -150,6 +151,36 @@ def arnes_sobrevive_a_la_muerte_del_servidor_de_sonido():
         b.espera_sonido(desde=t)
         b.espera_silencio(0.3)
         assert b.numeros(t) == [42]
+
+
+def _informes_de(*faltas):
+    """What the harness makes of programs with those faults, run with the settings that belong to the build folder."""
+    salida = io.StringIO()
+    error = None
+    with unittest.mock.patch.dict(os.environ, saneador.opciones('build-asan')), contextlib.redirect_stdout(salida):
+        try:
+            with Escritorio() as e:
+                for falta in faltas:
+                    e.procesos.arranca([os.path.join(OBRA, 'tests', 'falta-plantada'), falta]).wait(30)
+        except AssertionError as fallo:
+            error = str(fallo)
+    return error, salida.getvalue()
+
+
+@caso
+def lo_que_un_saneador_dice_de_cualquier_proceso_es_un_fallo():
+    error, informes = _informes_de('memoria', 'cuenta', 'fuga')
+    assert error == 'a sanitizer has reported', error
+    for dicho in ('heap-buffer-overflow', 'signed integer overflow', '4 byte(s) leaked'):
+        assert dicho in informes, informes
+    assert _informes_de('ninguna') == (None, '')
+
+
+@caso
+def cada_carpeta_con_saneador_tiene_sus_ajustes_y_la_corriente_ninguno():
+    assert set(saneador.opciones('/algo/build-asan/')) == {'ASAN_OPTIONS', 'LSAN_OPTIONS', 'UBSAN_OPTIONS'}
+    assert set(saneador.opciones('build-tsan')) == {'TSAN_OPTIONS'}
+    assert saneador.opciones('build') == {}
 
 
 @caso

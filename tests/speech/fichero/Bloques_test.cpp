@@ -57,6 +57,9 @@ TEST_F(Bloques, MarkupIsReadOnlyWithFlag8) {
 }
 
 TEST_F(Bloques, AMegabyteTakesNoMemoryThatGrowsWithIt) {
+#if defined(__SANITIZE_THREAD__) || defined(__SANITIZE_ADDRESS__)
+    GTEST_SKIP() << "SKIP: a sanitizer has memory of its own, which grows with what is allocated";
+#endif
     banco.voz->SetRate(10);
     banco.Abre(6);
     const QString texto = Megatexto(500'000);
@@ -132,12 +135,17 @@ TEST_F(Bloques, AnEmptyTextGivesAnEmptyFile) {
     EXPECT_TRUE(banco.Graba(QString(), 10).empty());
 }
 
-TEST_F(Bloques, AWorkerThatDiesInMidFileIsReplacedAndNoWordIsLost) {
-    const std::string senal = banco.carpeta.Ruta("una_vez");
+// Not of the fixture: the environment changes only while no other channel's thread starts a worker with it.
+TEST(BloquesConMotorMortal, AWorkerThatDiesInMidFileIsReplacedAndNoWordIsLost) {
+    const CarpetaPropia carpeta;
+    const std::string senal = carpeta.Ruta("una_vez");
     setenv("ONDALIS_TONO_UNAVEZ", senal.c_str(), 1);
-    BancoFichero otro(ONDALIS_MOTOR_TONO, "tono");
-    banco.carpeta.Escribe("una_vez", "");
-    const auto sonido = otro.Graba(QStringLiteral("uno dos. tres MATA cuatro. cinco seis."), 0);
+    std::vector<std::int16_t> sonido;
+    {
+        BancoFichero banco(ONDALIS_MOTOR_TONO, "tono");
+        carpeta.Escribe("una_vez", "");
+        sonido = banco.Graba(QStringLiteral("uno dos. tres MATA cuatro. cinco seis."), 0);
+    }
     unsetenv("ONDALIS_TONO_UNAVEZ");
     EXPECT_FALSE(std::filesystem::exists(senal));  // it did die
     EXPECT_GE(sonido.size(), 7 * tonos::MuestrasDePalabra(tonos::kVelocidad));
