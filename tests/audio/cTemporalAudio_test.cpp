@@ -182,17 +182,6 @@ TEST_F(cTemporalAudioTest, WhatAnotherPutInPlaceOfOursIsNotDeleted) {
     EXPECT_EQ(prueba::LeeFichero(kNombre), "ajeno");
 }
 
-TEST_F(cTemporalAudioTest, AFileWithAHeaderAndNoSoundIsEmpty) {
-    cTemporalAudio t = Nuevo();
-    ASSERT_FALSE(t.Prepara(false));
-    prueba::EscribeDetras(t.Ruta(), QByteArray(45, 'x'));
-    t.BorraVacio();
-    ASSERT_TRUE(QFile::exists(kNombre));
-    ASSERT_EQ(truncate("~temp.wav", 44), 0);
-    t.BorraVacio();
-    EXPECT_FALSE(QFile::exists(kNombre));
-}
-
 TEST_F(cTemporalAudioTest, WhatAnEarlierRunLeftIsAddedToButNeverDeleted) {
     {
         cTemporalAudio antes = Nuevo();

@@ -101,8 +101,8 @@ protected:
 };
 
 TEST_F(cVozECISinMotor, AFileOfAnEngineThatCantStartIsAFailureAndHoldsNoSound) {
-    const QString error = QStringLiteral(
-        "cVozECI: Error al realizar la lectura\r\nEl motor de voz no ha podido decir una parte del texto");
+    const QString error =
+        QStringLiteral("cVozECI: Error al realizar la lectura\r\nNo se puede iniciar el motor de voz");
     EXPECT_FALSE(voz.Habla(QStringLiteral("hola"), true, Ruta("a.wav"), true));
     EXPECT_EQ(voz.UltimoError().section(QChar(u'\0'), 0, 0), error);
     EXPECT_EQ(std::filesystem::file_size(carpeta.Ruta("a.wav")), 44u);  // which the recorder takes away
