@@ -335,7 +335,7 @@ def cada_orden_tiene_su_sonido_una_vez_y_en_su_sitio():
         suena('ctrl+1', 'PAUSA')
         suena('ctrl+2', 'DETENER')
         suena('ctrl+3', 'REPETIRLECTURA')
-        b.espera_palabra(5)
+        b.espera_palabra(25)  # a word that can't have gone by while the sound was listened for
         suena('alt+1', 'DESACTIVAR')  # it stops the reading without the sound of an end
         suena('ctrl+2', 'ERROR')
         suena('alt+1', 'ACTIVAR')
