@@ -21,9 +21,9 @@ int16_t SetDestinoECI(const char *ruta);
 /* Adds to what will be spoken; several calls add up, and an annotation holds for the texts behind it. 0 = failed. */
 int16_t AddTextoECI(const char *texto);
 /* Speaks what was added; nothing is pending any more. 1 = returns when it has been spoken or was stopped, 0 = at once.
- * 0 = failed: already speaking, the engine couldn't say the text, or the file couldn't be written or lacks a part of the
- * text. Without waiting all but the first are told by UltimoErrorECI alone, once EstaHablandoECI is 0; it is empty for a
- * speech that went well. */
+ * 0 = failed: already speaking, the engine couldn't say the text, or the file couldn't be written or lacks a part of
+ * the text. Without waiting all but the first are told by UltimoErrorECI alone, once EstaHablandoECI is 0; it is empty
+ * for a speech that went well. */
 int16_t HablaECI(int16_t espera);
 int16_t EstaHablandoECI(void); /* 1 while speaking; for a file until it is complete */
 void CallaECI(void);           /* silence within 50 ms; drops pending text; a file keeps a true header */
