@@ -362,6 +362,40 @@ def un_disco_lleno_en_el_temporal_se_dice_y_lo_que_cupo_se_oye():
 
 
 @caso
+def un_disco_lleno_sin_esperar_se_dice_una_vez_y_la_lectura_sigue():
+    """Nobody waits for the recording: the message comes by itself, beside what is being read aloud."""
+    with Estudio(LeerTexto='True', GrabaSincrono='False') as b:
+        b.termina_lector()
+        datos = os.path.dirname(b.temporal)
+        with disco_pequeno(datos, 262144) as disco:
+            if disco is None:
+                return
+            b.arranca_lector()
+            b.copia(texto_tonos(0, 100))
+            b.espera_caja()
+            ruta = b.espera_fichero('Lectura.wav')
+            lineas = re.findall(r'^.*cFormPrincipal.GrabaEnFichero: .*Disco lleno', b.diario(), re.M)
+            assert len(lineas) == 1, b.diario()
+            oidas = [p.k for p in sonido.palabras(abre_wav(ruta)[0], 0)]
+            assert oidas[:9] == list(range(9)), oidas
+            llena = os.stat(ruta).st_ino
+            # The reading hasn't suffered; without a stop the next text would wait for its end.
+            b.espera_palabra(20)
+            b.tecla('ctrl+2')
+            b.espera_silencio()
+            t = b.copia(texto_tonos(20, 6))
+            b.espera_palabra(25, desde=t)
+            b.espera_silencio()
+            en_orden(b.numeros(t), range(20, 26))
+            espera(lambda: os.path.exists(ruta) and os.stat(ruta).st_ino != llena, que='the next recording')
+            en_orden(grabados(ruta), range(20, 26))
+            assert not ventanas(b), 'told again'
+            assert b.diario().count('cFormPrincipal.GrabaEnFichero: ') == 1, b.diario()
+            b.sigue_vivo()
+            b.termina_lector()
+
+
+@caso
 def un_limite_al_tamano_de_los_ficheros_no_mata_al_lector():
     with Estudio() as b:
         subprocess.run(['prlimit', '--pid', str(b.lector.pid), '--fsize=200000:200000'], check=True)
