@@ -21,6 +21,8 @@ public:
     // couldn't say it.
     [[nodiscard]] virtual Fallo Habla(const QString &texto, int flags) = 0;
     virtual void EsperaFinal() = 0;
+    // Whether the engine has skipped a part of what it was to say since Abre: the rest is in the file.
+    virtual bool Incompleta() const = 0;
     // Completes the file; the failure is the first thing that went wrong with it since Abre.
     [[nodiscard]] virtual Fallo Cierra() = 0;
     // Ends what Habla waits for; may come in while it does.

@@ -190,7 +190,10 @@ bool cGrabadora::ProduceIBM(const Peticion &peticion) {
 
 void cGrabadora::CuentaFalloECI(bool conMensaje) {
     // Its text is as long as the engine's buffer, whatever it tells.
-    const QString error = c.eci.UltimoError().section(QChar(u'\0'), 0, 0);
+    CuentaFallo(c.eci.UltimoError().section(QChar(u'\0'), 0, 0), conMensaje);
+}
+
+void cGrabadora::CuentaFallo(const QString &error, bool conMensaje) {
     c.general.Log().Escribe(kProcedimiento, error);
     if (conMensaje) c.general.VMsg(error);
 }
@@ -209,6 +212,8 @@ void cGrabadora::ProduceSAPI5(const Peticion &peticion, int hercios) {
     // Also behind a failure: what there is gets its true header.
     const Fallo alCerrar = m_vozSAPI5->Cierra();
     Exige(fallo ? fallo : alCerrar);
+    // The rest is worth its file, as with the other family.
+    if (!m_cancelada && m_vozSAPI5->Incompleta()) CuentaFallo(QString::fromUtf16(kFaltaTexto), true);
 }
 
 Fallo cGrabadora::Dicta(const Peticion &peticion) {

@@ -87,6 +87,7 @@ private:
     bool Anade(const Peticion &peticion) const;
     bool ProduceIBM(const Peticion &peticion);  // true: the engine goes on by itself
     void CuentaFalloECI(bool conMensaje);
+    void CuentaFallo(const QString &error, bool conMensaje);
     void ProduceSAPI5(const Peticion &peticion, int hercios);
     Fallo Dicta(const Peticion &peticion);
     void Remata(const Encargo &encargo);

@@ -20,12 +20,13 @@ public:
                        const ListaTokens &tokens, cCola &cola, cLog &log);
 
     void SetFormato(int tipo) override { m_flujo.SetFormatType(tipo); }
-    Fallo Abre(const QString &ruta) override { return m_flujo.Open(ruta, SpFileStream::SSFMCreateForWrite); }
+    Fallo Abre(const QString &ruta) override;
     Fallo SetVoz(int numero) override;
     void SetVelocidad(int velocidad) override { m_voz.SetRate(velocidad); }
     void SetVolumen(int volumen) override { m_voz.SetVolume(volumen); }
     Fallo Habla(const QString &texto, int flags) override;
     void EsperaFinal() override { m_voz.WaitUntilDone(-1); }
+    bool Incompleta() const override { return m_incompleta; }
     Fallo Cierra() override { return m_flujo.Close(); }
     void Cancela() override;
 
@@ -35,6 +36,7 @@ private:
     std::unique_ptr<CanalVoz> m_canal;
     SpVoice m_voz;
     SpFileStream m_flujo{m_salida};
+    bool m_incompleta = false;
 };
 
 }  // namespace ondalis

@@ -9,6 +9,9 @@
 
 namespace ondalis {
 
+// What a file that lacks a part of its text is told with.
+inline constexpr char16_t kFaltaTexto[] = u"El motor de voz no ha podido decir una parte del texto";
+
 struct EventoMotor {
     enum class Tipo : std::uint8_t { Palabra, Marca, Fin, Aviso };
     std::uint64_t numero = 0;  // the utterance that it belongs to

@@ -16,8 +16,6 @@ namespace {
 constexpr int kHercios = 11025;                                        // the ECI engine's rate
 constexpr std::size_t kMaxPendiente = std::size_t{128} * 1024 * 1024;  // UTF-16 units
 
-constexpr char kFaltaTexto[] = "El motor de voz no ha podido decir una parte del texto";
-
 // In a range of their own: the reader's other voices count from 1.
 std::uint64_t NumeroNuevo() {
     static std::atomic<std::uint64_t> g_ultimo{std::uint64_t{1} << 63};
@@ -173,7 +171,7 @@ void cInstanciaECI::EventoDeMotor(const EventoMotor &evento) {
             aviso = TextoDeECI(m_error);
         } else if (fin && (m_perdida || !evento.texto.empty())) {  // the channel has logged it
             m_fallida = m_numero;
-            m_error = evento.texto.empty() ? kFaltaTexto : EnUtf8(evento.texto);
+            m_error = EnUtf8(evento.texto.empty() ? std::u16string(kFaltaTexto) : evento.texto);
         }
         m_numero = 0;
     }

@@ -33,6 +33,8 @@ struct ControlHabla::Interno {
     std::deque<EventoMotor> pendientes;  // Words and Ends not yet delivered, as they came; under cerrojo
     std::uint64_t ultimoFin = 0;         // whose End came last; under cerrojo
     std::u16string apuro;                // that it came with; under cerrojo
+    std::uint64_t aceptada = 0;          // the utterance accepted last, unless it was stopped; under cerrojo
+    bool incompleta = false;             // the engine has skipped a part of it; under cerrojo
     std::uint64_t sinPalabras = 0;  // the utterance whose Words nobody wants: a book's would pile up; under cerrojo
 };
 
@@ -69,6 +71,8 @@ void ControlHabla::Acepta(const ParametrosVoz &voz, std::vector<Tramo> tramos, M
         const std::lock_guard cerrojo(m_interno->cerrojo);
         m_interno->sinPalabras = aviso || espera ? numero : 0;
         m_interno->apuro.clear();
+        m_interno->aceptada = numero;
+        m_interno->incompleta = false;
     }
     // Queued before the channel knows of it: no Word and no End can be ahead of it.
     m_cola.Pon(cCola::Clase::Inicio, [interno = m_interno, numero] {
@@ -99,6 +103,11 @@ bool ControlHabla::EsperaActual(int limiteMs) { return !m_actual || EsperaHasta(
 QString ControlHabla::Apuro() const {
     const std::lock_guard cerrojo(m_interno->cerrojo);
     return QString::fromStdU16String(m_interno->apuro);
+}
+
+bool ControlHabla::Incompleta() const {
+    const std::lock_guard cerrojo(m_interno->cerrojo);
+    return m_interno->incompleta;
 }
 
 void ControlHabla::EsperaFin(std::uint64_t numero, int limiteMs) {
@@ -162,6 +171,8 @@ ControlHabla::Emision ControlHabla::Retira() {
     {
         const std::lock_guard cerrojo(m_interno->cerrojo);
         m_interno->pendientes.clear();
+        m_interno->aceptada = 0;
+        m_interno->incompleta = false;
     }
     return *std::exchange(m_actual, std::nullopt);
 }
@@ -211,6 +222,10 @@ void ControlHabla::PideEntrega() {
 
 void ControlHabla::EventoDeMotor(const EventoMotor &evento) {
     if (evento.tipo == EventoMotor::Tipo::Aviso) {
+        if (evento.perdida) {
+            const std::lock_guard cerrojo(m_interno->cerrojo);
+            m_interno->incompleta = m_interno->incompleta || evento.numero == m_interno->aceptada;
+        }
         m_log.Escribe(QStringLiteral("ControlHabla.EventoDeMotor: "), QString::fromStdU16String(evento.texto));
         return;
     }

@@ -66,6 +66,8 @@ protected:
     // Why the engine couldn't say what was waited for last to its end, or nothing of it; empty: it could, or it was
     // stopped.
     QString Apuro() const;
+    // Whether the engine has skipped a part of what was accepted last; of what was stopped it has not.
+    bool Incompleta() const;
     cLog &Log() { return m_log; }
     // What a waiting notice may take beyond two seconds a character before it is given up and logged.
     void SetMargenEspera(int milisegundos) { m_margenEsperaMs = milisegundos; }

@@ -114,6 +114,11 @@ Fallo SpVoice::FalloDelMotor() const {
     return apuro.isEmpty() ? Fallo{} : Fallo::De(Fallo::LlamadaNoValida, apuro);
 }
 
+Fallo SpVoice::FalloDelFichero() const {
+    if (Fallo fallo = FalloDelMotor()) return fallo;
+    return Incompleta() ? Fallo::De(Fallo::LlamadaNoValida, QString::fromUtf16(kFaltaTexto)) : Fallo{};
+}
+
 Fallo SpVoice::Speak(const QString &texto, int flags) {
     const bool espera = (flags & Asincrono) == 0;
     if (texto.isEmpty() && espera && (flags & Purga) != 0) {

@@ -58,6 +58,9 @@ public:
     // couldn't say the text to its end, or nothing of it. For whoever makes a file or has nothing else to do; a reader
     // goes on.
     [[nodiscard]] Fallo FalloDelMotor() const;
+    // The same, and failure 5 also where the engine has skipped a part of the text: a file isn't whole then.
+    [[nodiscard]] Fallo FalloDelFichero() const;
+    using ControlHabla::Incompleta;
     void Pause() { ControlHabla::Pausa(); }
     void Resume() { ControlHabla::Reanuda(); }
     using ControlHabla::EnPausa;

@@ -19,7 +19,8 @@ public:
     // `texto` may hold XML. Returns when it has been heard, or was silenced, which is no failure. 5: the engine
     // couldn't say it.
     [[nodiscard]] virtual Fallo Speak(const QString &texto) = 0;
-    // The same into a new WAV file. `formato`: SpeechAudioFormatType of the file, 0 for the engine's own rate.
+    // The same into a new WAV file; 5 also where the engine has skipped a part of the text. `formato`:
+    // SpeechAudioFormatType of the file, 0 for the engine's own rate.
     [[nodiscard]] virtual Fallo SpeakAFichero(const QString &texto, const QString &ruta, int formato) = 0;
     // Silences what is being waited for. Harmless when idle.
     virtual void Cancela() = 0;

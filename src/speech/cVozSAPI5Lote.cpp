@@ -29,7 +29,7 @@ Fallo cVozSAPI5Lote::SpeakAFichero(const QString &texto, const QString &ruta, in
     m_flujo.SetFormatType(formato);
     if (Fallo fallo = m_flujo.Open(ruta, SpFileStream::SSFMCreateForWrite)) return fallo;
     Fallo fallo = m_deFichero.Speak(texto, SpVoice::XML);
-    if (!fallo) fallo = m_deFichero.FalloDelMotor();
+    if (!fallo) fallo = m_deFichero.FalloDelFichero();
     Fallo cierre = m_flujo.Close();
     return fallo ? fallo : cierre;
 }

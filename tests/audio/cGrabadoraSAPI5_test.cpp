@@ -118,6 +118,26 @@ TEST_F(cGrabadoraSAPI5Test, AFullDiskStopsTheOperationAndTheTemporaryRemains) {
     EXPECT_EQ(Lee("Lectura.wav"), "otra");
 }
 
+TEST_F(cGrabadoraSAPI5Test, AFileThatLacksAPartOfItsTextIsMadeAndThatIsToldAndLogged) {
+    sapi.incompleta = true;
+    const QString aviso = "El motor de voz no ha podido decir una parte del texto";
+    GrabaFichero("lo que queda");
+    EXPECT_EQ(Lee("Lectura.wav"), "lo que queda");
+    EXPECT_EQ(Cajas(), QStringList(aviso));
+    EXPECT_EQ(LineasCon("cFormPrincipal.GrabaEnFichero:  [" + aviso + "]"), 1);
+    sapi.incompleta = false;
+    Graba("otra");
+    EXPECT_EQ(Cajas().size(), 1) << "the next one is a new matter";
+}
+
+TEST_F(cGrabadoraSAPI5Test, OfOneThatWasCancelledNothingIsMissed) {
+    sapi.incompleta = true;
+    sapi.mientras = [this] { grabadora->Cancela(); };
+    Graba("hola");
+    EXPECT_TRUE(mensajes.cajas.empty());
+    EXPECT_EQ(Lee("Lectura.wav"), "hola");
+}
+
 TEST_F(cGrabadoraSAPI5Test, WithoutTheVoiceObjectTheWishIsLogged) {
     colaboradores.creaVozSAPI5 = [] { return nullptr; };
     grabadora = std::make_unique<cGrabadora>(colaboradores);

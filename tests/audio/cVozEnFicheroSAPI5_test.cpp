@@ -61,6 +61,23 @@ TEST_F(cVozEnFicheroSAPI5Test, WhatTheEngineCouldNotSayIsFailure5WithItsReason) 
     EXPECT_FALSE(voz.Cierra());
 }
 
+TEST_F(cVozEnFicheroSAPI5Test, AClauseThatTheEngineSkipsLeavesTheFileIncompleteUntilItIsOpenedAgain) {
+    ASSERT_FALSE(voz.Abre(p.Ruta("a.wav")));
+    alHablar = [this] { canal->Salta(); };
+    EXPECT_FALSE(voz.Incompleta());
+    EXPECT_FALSE(voz.Habla("uno. dos.", 0)) << "the rest of a book is worth its file";
+    EXPECT_TRUE(voz.Incompleta());
+    alHablar = {};
+    EXPECT_FALSE(voz.Habla("tres.", 0));
+    EXPECT_TRUE(voz.Incompleta());
+    ASSERT_FALSE(voz.Cierra());
+    ASSERT_FALSE(voz.Abre(p.Ruta("b.wav")));
+    EXPECT_FALSE(voz.Incompleta());
+    EXPECT_FALSE(voz.Habla("cuatro.", 0));
+    EXPECT_FALSE(voz.Incompleta());
+    EXPECT_FALSE(voz.Cierra());
+}
+
 TEST_F(cVozEnFicheroSAPI5Test, AVoiceThatIsNotInTheListIsFailure5) {
     EXPECT_EQ(voz.SetVoz(3).numero, 5);
     EXPECT_EQ(voz.SetVoz(-1).numero, 5);

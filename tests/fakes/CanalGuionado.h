@@ -58,6 +58,15 @@ public:
         evento.texto = std::move(motivo);
         Emite(evento);
     }
+    // A clause of the utterance given last that the engine skips.
+    void Salta() {
+        EventoMotor aviso;
+        aviso.numero = Numero();
+        aviso.tipo = EventoMotor::Tipo::Aviso;
+        aviso.perdida = true;
+        aviso.texto = u"se salta una frase";
+        Emite(aviso);
+    }
     void Emite(const EventoMotor &evento) {
         if (m_oyente != nullptr) m_oyente->EventoDeMotor(evento);
     }

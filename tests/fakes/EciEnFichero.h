@@ -49,6 +49,7 @@ public:
         Fallo alHablar;
         Fallo alAbrir;
         Fallo alCerrar;
+        bool incompleta = false;
         std::function<void()> mientras;
     };
     explicit VozEnFicheroFalsa(Diario &diario) : d(diario) { ++d.creadas; }
@@ -73,6 +74,7 @@ public:
         return d.alHablar;
     }
     void EsperaFinal() override { Anota("espera"); }
+    bool Incompleta() const override { return d.incompleta; }
     Fallo Cierra() override {
         Anota("cierra");
         return d.alCerrar;

@@ -247,13 +247,9 @@ TEST_F(ECI, WithoutWaitingAFullDiskIsKeptForTheQuestionAndLogged) {
 }
 
 TEST_F(ECI, AFileWithoutAPartOfItsTextIsAFailure) {
-    EventoMotor aviso;
-    aviso.tipo = EventoMotor::Tipo::Aviso;
-    aviso.perdida = true;
     SetDestinoECI(Ruta("a.wav").c_str());
     EXPECT_EQ(1, HablaECI(0));
-    aviso.numero = b.ficheros.Numero();
-    b.ficheros.Emite(aviso);
+    b.ficheros.Salta();
     b.Graba(100);
     EXPECT_EQ(0, EstaHablandoECI());
     EXPECT_EQ("El motor de voz no ha podido decir una parte del texto", b.Error());

@@ -301,6 +301,34 @@ TEST_F(SpVoiceTest, WhatTheEngineCouldNotSayIsAFailureForWhoeverAsksAndNotForASp
     EXPECT_EQ(std::ranges::count(banco.diario, "Stop 0"), 3);
 }
 
+TEST_F(SpVoiceTest, ASkippedClauseIsAFailureForAFileAndNotForALiveSpeech) {
+    banco.canal.alHablar = [this] {
+        banco.canal.Salta();
+        banco.canal.Fin();
+    };
+    EXPECT_FALSE(voz.Speak(QStringLiteral("uno. dos."), 0));
+    EXPECT_FALSE(voz.FalloDelMotor());
+    EXPECT_EQ(voz.FalloDelFichero().numero, 5);
+    EXPECT_EQ(voz.FalloDelFichero().descripcion,
+              QStringLiteral("El motor de voz no ha podido decir una parte del texto"));
+    TerminaSolo();
+    EXPECT_FALSE(voz.Speak(QStringLiteral("tres"), 0));
+    EXPECT_FALSE(voz.FalloDelFichero()) << "the next one is a new matter";
+    banco.canal.alHablar = [this] { banco.canal.Salta(); };
+    QTimer::singleShot(0, [this] { static_cast<void>(voz.Speak(QString(), 2)); });
+    EXPECT_FALSE(voz.Speak(QStringLiteral("cuatro"), 0));
+    EXPECT_FALSE(voz.FalloDelFichero()) << "it was silenced";
+}
+
+TEST_F(SpVoiceTest, TheReasonOfATextGivenUpComesBeforeItsMissingPart) {
+    banco.canal.alHablar = [this] {
+        banco.canal.Salta();
+        banco.canal.Fin(banco.canal.Numero(), u"El motor de voz no responde");
+    };
+    EXPECT_FALSE(voz.Speak(QStringLiteral("uno"), 0));
+    EXPECT_EQ(voz.FalloDelFichero().descripcion, QStringLiteral("El motor de voz no responde"));
+}
+
 TEST_F(SpVoiceTest, AStopFromInsideEndsTheWait) {
     EXPECT_FALSE(voz.Speak(QStringLiteral("uno dos"), kLectura));
     QTimer::singleShot(0, [this] { static_cast<void>(voz.Speak(QString(), 2)); });

@@ -56,6 +56,17 @@ class Estudio(Banco):
         espera(lambda: os.path.exists(self.ruta(nombre)), limite, que=nombre)
         return self.ruta(nombre)
 
+    def sello(self, nombre):
+        """What tells this file from one that takes its place; None while there is none."""
+        try:
+            dato = os.stat(self.ruta(nombre))
+        except FileNotFoundError:
+            return None
+        return dato.st_ino, dato.st_mtime_ns
+
+    def espera_otro(self, nombre, sello):
+        espera(lambda: self.sello(nombre) not in (None, sello), que='the next recording')
+
     def espera_caja(self):
         """Waits for a message box and closes it."""
         espera(lambda: ventanas(self), que='a message box')
@@ -359,6 +370,58 @@ def un_disco_lleno_en_el_temporal_se_dice_y_lo_que_cupo_se_oye():
             espera(es_la_siguiente, que='the next recording')
             en_orden(grabados(b.ruta('Lectura.wav')), range(20, 26))
             b.termina_lector()
+
+
+@caso
+def un_disco_lleno_sin_esperar_se_dice_una_vez_y_la_lectura_sigue():
+    """Nobody waits for the recording: the message comes by itself, beside what is being read aloud."""
+    with Estudio(LeerTexto='True', GrabaSincrono='False') as b:
+        b.termina_lector()
+        datos = os.path.dirname(b.temporal)
+        with disco_pequeno(datos, 262144) as disco:
+            if disco is None:
+                return
+            b.arranca_lector()
+            b.copia(texto_tonos(0, 100))
+            b.espera_caja()
+            ruta = b.espera_fichero('Lectura.wav')
+            lineas = re.findall(r'^.*cFormPrincipal.GrabaEnFichero: .*Disco lleno', b.diario(), re.M)
+            assert len(lineas) == 1, b.diario()
+            oidas = [p.k for p in sonido.palabras(abre_wav(ruta)[0], 0)]
+            assert oidas[:9] == list(range(9)), oidas
+            llena = b.sello('Lectura.wav')
+            # The reading hasn't suffered; without a stop the next text would wait for its end.
+            b.espera_palabra(20)
+            b.tecla('ctrl+2')
+            b.espera_silencio()
+            t = b.copia(texto_tonos(20, 6))
+            b.espera_palabra(25, desde=t)
+            b.espera_silencio()
+            en_orden(b.numeros(t), range(20, 26))
+            b.espera_otro('Lectura.wav', llena)
+            en_orden(grabados(ruta), range(20, 26))
+            assert not ventanas(b), 'told again'
+            assert b.diario().count('cFormPrincipal.GrabaEnFichero: ') == 1, b.diario()
+            b.sigue_vivo()
+            b.termina_lector()
+
+
+@caso
+def una_frase_que_el_motor_no_dice_se_cuenta_y_lo_demas_se_graba():
+    """With either family."""
+    for voz in (None, SAPI5):
+        with Estudio(voz=voz) as b:
+            b.copia(f'{texto_tonos(0, 12)}. MATA. {texto_tonos(12, 12)}.')
+            b.espera_caja()
+            en_orden(grabados(b.espera_fichero('Lectura.wav')), range(24))
+            falta = 'El motor de voz no ha podido decir una parte del texto'
+            lineas = [x for x in b.diario().splitlines() if 'cFormPrincipal.GrabaEnFichero: ' in x]
+            assert len(lineas) == 1 and falta in lineas[0], b.diario()
+            antes = b.sello('Lectura.wav')
+            b.copia(texto_tonos(30, 6))
+            b.espera_otro('Lectura.wav', antes)
+            en_orden(grabados(b.ruta('Lectura.wav')), range(30, 36))
+            assert not ventanas(b), 'told again'
 
 
 @caso
