@@ -74,6 +74,13 @@ class Escritorio:
         for ruta in sorted(glob.glob(os.path.join(self.carpeta, 'saneador.*'))):
             with open(ruta, encoding='utf-8', errors='replace') as f:
                 textos.append(f'--- {os.path.basename(ruta)}\n{f.read()}')
+        # Beside the undefined-behaviour sanitizer, linked in statically, the address sanitizer's own library never learns of
+        # the folder: the summary comes here, but the report itself goes to the process's error output.
+        for ruta in sorted(glob.glob(os.path.join(self.carpeta, '*.txt'))) if textos else ():
+            with open(ruta, encoding='utf-8', errors='replace') as f:
+                _, error, informe = f.read().partition('ERROR: ')
+            if 'Sanitizer' in informe:
+                textos.append(f'--- {os.path.basename(ruta)}\n{error}{informe}')
         return '\n'.join(textos)
 
     def _fichero(self, nombre, texto):
