@@ -94,7 +94,7 @@ TEST_F(cFocoAccesibleTest, AnObjectThatKeepsItsAnswerBackIsUnknownWithinTheLimit
     QElapsedTimer reloj;
     reloj.start();
     EXPECT_EQ(Enfoca("/lento"), Rol::Desconocido);
-    EXPECT_LT(reloj.elapsed(), 5'000);  // the limit is a quarter of a second; the bus's own, 25 s
+    EXPECT_LT(reloj.elapsed(), 15'000);  // the limit is 5 s; the bus's own, 25 s
     // The answer that comes after it changes nothing.
     programa.Manda("contesta");
     EXPECT_EQ(Enfoca("/campo"), Rol::Corriente);
