@@ -23,7 +23,7 @@ demo:
 test:
 	@scripts/instala construir pruebas
 	@scripts/compila release all
-	@scripts/prueba release $(CASOS)
+	@scripts/prueba release '$(CASOS)'
 
 bench:
 	@scripts/instala construir pruebas banco
@@ -37,7 +37,7 @@ lint:
 asan tsan:
 	@scripts/instala construir pruebas
 	@scripts/compila $@ all
-	@scripts/prueba $@ $(CASOS)
+	@scripts/prueba $@ '$(CASOS)'
 
 fuzz:
 	@scripts/instala construir lint
