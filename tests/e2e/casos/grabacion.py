@@ -343,17 +343,25 @@ def un_disco_lleno_en_el_destino_deja_el_sonido_en_el_temporal():
         b.sigue_vivo()
 
 
-@caso
-def un_disco_lleno_en_el_temporal_se_dice_y_lo_que_cupo_se_oye():
-    with Estudio() as b:
-        b.termina_lector()
-        datos = os.path.dirname(b.temporal)
-        with disco_pequeno(datos, 262144) as disco:
-            if disco is None:
-                return
+@contextlib.contextmanager
+def temporal_sin_sitio(b):
+    """The reader once more, with a temporary that the text copied here has overfilled; its message is up. Gives what
+    disco_pequeno gives."""
+    b.termina_lector()
+    with disco_pequeno(os.path.dirname(b.temporal), 262144) as disco:
+        if disco is not None:
             b.arranca_lector()
             b.copia(texto_tonos(0, 100))
             b.espera_caja()
+        yield disco
+
+
+@caso
+def un_disco_lleno_en_el_temporal_se_dice_y_lo_que_cupo_se_oye():
+    with Estudio() as b:
+        with temporal_sin_sitio(b) as disco:
+            if disco is None:
+                return
             x, _ = abre_wav(b.espera_fichero('Lectura.wav'))
             assert len(x) > 2 * sonido.RITMO
             oidas = [p.k for p in sonido.palabras(x, 0)]
@@ -376,14 +384,9 @@ def un_disco_lleno_en_el_temporal_se_dice_y_lo_que_cupo_se_oye():
 def un_disco_lleno_sin_esperar_se_dice_una_vez_y_la_lectura_sigue():
     """Nobody waits for the recording: the message comes by itself, beside what is being read aloud."""
     with Estudio(LeerTexto='True', GrabaSincrono='False') as b:
-        b.termina_lector()
-        datos = os.path.dirname(b.temporal)
-        with disco_pequeno(datos, 262144) as disco:
+        with temporal_sin_sitio(b) as disco:
             if disco is None:
                 return
-            b.arranca_lector()
-            b.copia(texto_tonos(0, 100))
-            b.espera_caja()
             ruta = b.espera_fichero('Lectura.wav')
             lineas = re.findall(r'^.*cFormPrincipal.GrabaEnFichero: .*Disco lleno', b.diario(), re.M)
             assert len(lineas) == 1, b.diario()
