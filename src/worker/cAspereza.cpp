@@ -13,7 +13,7 @@ constexpr float kMaxDesvio = .00012F;  // seconds, at the roughest
 constexpr float kMaxFuerza = .38F;     // part of the strength, at the roughest
 constexpr float kTope = 2.2F;          // of the noise, so that the delay stays within the memory
 constexpr float kMsSubida = 4;
-constexpr double kCurva = .8;    // the first steps are heard too
+constexpr double kCurva = .65;   // the first steps are heard too
 constexpr float kPlenitud = 40;  // full at the roughness 1
 
 }  // namespace

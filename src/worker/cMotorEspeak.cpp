@@ -65,7 +65,9 @@ struct cMotorEspeak::Vuelo {
     std::uint64_t muestras = 0;  // sent so far
     double ganancia = 1;
     double estirado = 1;
-    double velocidad = 170;
+    double velocidad = 170, tono = 106;
+    CompasTexto compas = {};
+    std::string idioma = {};  // of what was said last
     bool vivo = true;
     cAspereza aspereza{hercios};
 
@@ -238,9 +240,8 @@ void cMotorEspeak::PonParametros(const EstadoHabla &estado, bool formantes, int 
 bool cMotorEspeak::DiceTexto(const Locucion &locucion, const Paso &paso, const EstadoHabla &estado, Vuelo &vuelo) {
     EligeVoz(locucion.voz, estado);  // an unknown one in mid-text: the voice before goes on
     const double velocidad = estado.velocidad * (estado.enfasis ? kEnfasisRitmo : 1);
-    const Ritmo ritmo = RitmoDe(velocidad, m_idioma);
     vuelo.velocidad = velocidad;
-    vuelo.estirado = ritmo.estirado;
+    vuelo.tono = ValoresDe(estado).tono;
     vuelo.ganancia = estado.ganancia * (estado.enfasis ? kEnfasisGanancia : 1);
     if (locucion.voz.formantes) {
         vuelo.ganancia *= GananciaDeVoz(ValoresDe(estado), m_idioma);
@@ -248,9 +249,13 @@ bool cMotorEspeak::DiceTexto(const Locucion &locucion, const Paso &paso, const E
     }
     vuelo.tramo = paso.tramo;
     if (estado.deletreo) {
+        const Ritmo ritmo = RitmoDe(velocidad, m_idioma);
+        vuelo.estirado = ritmo.estirado;
         PonParametros(estado, locucion.voz.formantes, ritmo.nominal);
         return Deletrea(paso, vuelo);
     }
+    if (m_idioma != vuelo.idioma) vuelo.compas.Olvida();
+    vuelo.idioma = m_idioma;
     const OpcionesPieza opciones{LenguaDeSignos(m_idioma), locucion.voz.formantes, estado.puntuacion};
     const std::u16string_view texto = paso.tramo->texto;
     for (std::size_t i = paso.inicio; i < texto.size() && vuelo.vivo;) {
@@ -259,10 +264,19 @@ bool cMotorEspeak::DiceTexto(const Locucion &locucion, const Paso &paso, const E
         // Something follows in the utterance: the pause at the end of a sentence is made.
         const bool sigue = i < texto.size() || paso.tramo != &locucion.tramos.back();
         if (!pieza.hablable) continue;
+        const Ritmo ritmo = RitmoDePieza(texto, pieza, locucion.voz.formantes, vuelo);
+        vuelo.estirado = ritmo.estirado;
         PonParametros(estado, locucion.voz.formantes, ritmo.nominal);
         DicePieza(pieza, sigue, vuelo);
     }
     return vuelo.vivo;
+}
+
+// A plain voice keeps its own pace: its speed is no number of words.
+Ritmo cMotorEspeak::RitmoDePieza(std::u16string_view texto, const Pieza &pieza, bool formantes, Vuelo &vuelo) const {
+    if (!formantes) return RitmoDe(vuelo.velocidad, m_idioma);
+    const RasgosPieza rasgos = RasgosDe(texto, pieza, LenguaDeSignos(m_idioma));
+    return RitmoDe(vuelo.velocidad, m_idioma, vuelo.compas.Entra(rasgos), vuelo.tono);
 }
 
 bool cMotorEspeak::DicePieza(const Pieza &pieza, bool sigue, Vuelo &vuelo) {

@@ -26,6 +26,7 @@ private:
     bool CargaVoz(const std::string &texto);
     void PonParametros(const EstadoHabla &estado, bool formantes, int nominal);
     bool DiceTexto(const Locucion &locucion, const Paso &paso, const EstadoHabla &estado, Vuelo &vuelo);
+    Ritmo RitmoDePieza(std::u16string_view texto, const Pieza &pieza, bool formantes, Vuelo &vuelo) const;
     bool DicePieza(const Pieza &pieza, bool sigue, Vuelo &vuelo);
     bool Deletrea(const Paso &paso, Vuelo &vuelo);
     bool Silencio(double ms, Vuelo &vuelo);

@@ -18,19 +18,20 @@ protected:
         return {};
     }
 
-    MedidaVoz Medida(const ParametrosVoz &voz, double bajo = 60, double alto = 600) {
-        const Oido oido = m_motor.Di(Una(voz, std::u16string(kTextos[0].prueba.substr(0, 200))));
+    MedidaVoz Medida(const ParametrosVoz &voz, double bajo = 60, double alto = 600, std::size_t largo = 200) {
+        const Oido oido = m_motor.Di(Una(voz, std::u16string(kTextos[0].prueba.substr(0, largo))));
         EXPECT_TRUE(oido.fin);
         return Mide(oido.pcm, bajo, alto);
     }
 
     template <typename Campo>
-    std::vector<MedidaVoz> Recorre(Campo ParametrosVoz::*campo, const std::vector<Campo> &valores) {
+    std::vector<MedidaVoz> Recorre(Campo ParametrosVoz::*campo, const std::vector<Campo> &valores,
+                                   std::size_t largo = 200) {
         std::vector<MedidaVoz> medidas;
         for (const Campo valor : valores) {
             ParametrosVoz voz = Propia();
             voz.*campo = valor;
-            medidas.push_back(Medida(voz));
+            medidas.push_back(Medida(voz, 60, 600, largo));
             EXPECT_EQ(medidas.back().topes, 0u) << valor;
         }
         return medidas;
@@ -85,7 +86,7 @@ TEST_P(MonotoniaVoz, FluctuationSpreadsThePitch) {
 }
 
 TEST_P(MonotoniaVoz, RoughnessTakesRegularityAway) {
-    const auto medidas = Recorre(&ParametrosVoz::aspereza, {0, 8, 16, 30, 45, 60, 80, 100});
+    const auto medidas = Recorre(&ParametrosVoz::aspereza, {0, 8, 16, 30, 45, 60, 80, 100}, 400);
     Crece(medidas, &MedidaVoz::armonia, -.05);
     EXPECT_GT(medidas.back().irregular, medidas.front().irregular);
     for (const MedidaVoz &m : medidas) EXPECT_NEAR(m.sonoridad, medidas.front().sonoridad, 1.5);

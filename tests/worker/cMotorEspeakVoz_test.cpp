@@ -6,6 +6,7 @@
 #include <set>
 
 #include "worker/Locuciones.h"
+#include "worker/TextosLenguas.h"
 
 namespace ondalis {
 namespace {
@@ -28,7 +29,7 @@ TEST_F(cMotorEspeakVoz, PitchIsTheHertzAskedForWithinAFewPerCent) {
     for (const int tono : {70, 105, 160, 210}) {
         ParametrosVoz voz = Carlos();
         voz.tono = tono;
-        const Oido oido = Di(voz);
+        const Oido oido = Di(voz, std::u16string(kTextos[0].prueba.substr(0, 600)));
         EXPECT_NEAR(TonoMediano(oido.pcm, 22050), tono, tono * .05) << tono;
     }
 }
