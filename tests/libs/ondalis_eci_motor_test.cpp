@@ -141,7 +141,8 @@ TEST_F(ECIConMotor, ASecondSpeechIsAddedBehindTheFirst) {
     const Wav una = Graba("a.wav", kFrase);
     const Wav dos = Graba("a.wav", kFrase);
     ASSERT_GT(una.muestras.size(), 0u);
-    EXPECT_NEAR(static_cast<double>(dos.muestras.size()), 2.0 * static_cast<double>(una.muestras.size()), 4);
+    // A warm engine carries the phase of its waves over: a period of the pitch more or less.
+    EXPECT_NEAR(static_cast<double>(dos.muestras.size()), 2.0 * static_cast<double>(una.muestras.size()), 11025 / 105.);
     EXPECT_TRUE(std::equal(una.muestras.begin(), una.muestras.end(), dos.muestras.begin()));
 }
 
