@@ -14,6 +14,7 @@
 #include "fakes/Aspectos.h"
 #include "fakes/EstadoDiseno.h"
 #include "fakes/RegistroPropio.h"
+#include "settings/pagina/Rotulos.h"
 #include "settings/pagina/cCajaFichero.h"
 
 namespace ondalis::prueba {
@@ -63,12 +64,13 @@ TEST_F(ucOpcGrabarTest, OnFirstUseTheDefaultFileStandsInTheBox) {
 }
 
 TEST_F(ucOpcGrabarTest, TheCaptionsAreTheGivenOnes) {
-    EXPECT_EQ(Leer().text(), "Leer texto en voz alta");
-    EXPECT_EQ(Grabar().text(), "Grabar texto en fichero de audio");
-    EXPECT_EQ(De<QRadioButton>("OpcionAnadir")->text(), "Añadir al fichero");
-    EXPECT_EQ(De<QRadioButton>("OpcionSobrescribir")->text(), "Sobrescribir el fichero");
-    EXPECT_EQ(De<QRadioButton>("OpcionNumerar")->text(), "Incluir cada lectura en un fichero distinto (numerados)");
-    EXPECT_EQ(De<QPushButton>("Examinar")->text(), "Examinar...");
+    EXPECT_EQ(SinMarca(Leer().text()), "Leer texto en voz alta");
+    EXPECT_EQ(SinMarca(Grabar().text()), "Grabar texto en fichero de audio");
+    EXPECT_EQ(SinMarca(De<QRadioButton>("OpcionAnadir")->text()), "Añadir al fichero");
+    EXPECT_EQ(SinMarca(De<QRadioButton>("OpcionSobrescribir")->text()), "Sobrescribir el fichero");
+    EXPECT_EQ(SinMarca(De<QRadioButton>("OpcionNumerar")->text()),
+              "Incluir cada lectura en un fichero distinto (numerados)");
+    EXPECT_EQ(SinMarca(De<QPushButton>("Examinar")->text()), "Examinar...");
     EXPECT_EQ(Tipo().itemText(1), "Asíncrono");
 }
 

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QWheelEvent>
 
 #include "fakes/Aspectos.h"
 #include "fakes/PaletaOscura.h"
@@ -339,6 +340,31 @@ TEST_F(AvisoTest, InactiveTheTypedKeysAreNotHeardYet) {
     Pulsa("Cancelar");
     EXPECT_EQ(diario.De("gancho."), Lineas{});
     EXPECT_TRUE(opcTipoLectura.LeeTeclado());
+}
+
+TEST_F(AvisoTest, TheWheelChangesNoListThatHasNotTheFocus) {
+    Abre();
+    const QList<QComboBox *> listas = aviso.findChildren<QComboBox *>();
+    ASSERT_EQ(listas.size(), 2 + 2 * cAviso::NumTeclas);
+    const auto gira = [](QComboBox *lista) {
+        const int antes = lista->currentIndex();
+        for (const int paso : {-120, 120}) {
+            QWheelEvent rueda({5, 5}, {5, 5}, {}, {0, paso}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+            QApplication::sendEvent(lista, &rueda);
+            if (lista->currentIndex() != antes) return true;
+        }
+        return false;
+    };
+    for (int pagina = 1; pagina <= cAviso::NumPaginas; ++pagina) {
+        for (QComboBox *lista : listas)
+            if (lista->isVisible() && lista->count() > 1) {
+                aviso.findChild<QPushButton *>(QStringLiteral("Ayuda"))->setFocus();
+                EXPECT_FALSE(gira(lista)) << lista->objectName().toStdString();
+                lista->setFocus();
+                EXPECT_TRUE(gira(lista)) << lista->objectName().toStdString();
+            }
+        if (pagina < cAviso::NumPaginas) Pulsa("AsistSig");
+    }
 }
 
 TEST_F(AvisoTest, EachPageIsWholeInEveryLook) {

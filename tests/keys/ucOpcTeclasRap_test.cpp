@@ -19,6 +19,7 @@
 #include "fakes/RegistroPropio.h"
 #include "fakes/TeclasFalsas.h"
 #include "keys/EstableceTeclas.h"
+#include "settings/pagina/Rotulos.h"
 #include "settings/pagina/cCajaNumero.h"
 
 namespace ondalis::prueba {
@@ -115,7 +116,7 @@ TEST_F(ucOpcTeclasRapTest, TheLabelsAreTheGivenOnesAndLeadToTheirControls) {
     comprueba("Retroceder palabras", "ModRetroceder");
     comprueba("Nº de palabras", "SaltoAvanzar");
     comprueba("Nº de palabras", "SaltoRetroceder");
-    EXPECT_EQ(pagina.findChild<QCheckBox *>("CheckAvisos")->text(), "Avisar al pulsar teclas sin efecto");
+    EXPECT_EQ(SinMarca(pagina.findChild<QCheckBox *>("CheckAvisos")->text()), "Avisar al pulsar teclas sin efecto");
     const auto *marco = pagina.findChild<QGroupBox *>("FrameAvRe");
     for (const char *suyo : {"ModAvanzar", "TeclaAvanzar", "SaltoAvanzar", "ValorAvanzar", "ModRetroceder",
                              "TeclaRetroceder", "SaltoRetroceder", "ValorRetroceder"})

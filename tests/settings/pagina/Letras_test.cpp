@@ -3,6 +3,8 @@
 #include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>
 
+#include <QVBoxLayout>
+
 #include "desktop/Principal.h"
 #include "desktop/cListaOpciones.h"
 #include "fakes/Aspectos.h"
@@ -90,6 +92,30 @@ TEST_F(LetrasTest, TheCheckFindsATextThatIsTooFaint) {
     }
     ventana.show();
     EXPECT_NONFATAL_FAILURE(CompruebaQueSeLee(ventana, 4.5), "Tenue");
+}
+
+TEST_F(LetrasTest, TheCheckFindsACaptionWithoutALetterALetterThatLeadsNowhereAndAMarkThatIsHeard) {
+    QWidget ventana;
+    auto *columna = new QVBoxLayout(&ventana);
+    std::vector<QPushButton *> botones;
+    for (const char *rotulo : {"&Uno", "&Dos", "&Tres", "Cuatro"}) {
+        botones.push_back(new QPushButton(QLatin1String(rotulo)));
+        columna->addWidget(botones.back());
+    }
+    ventana.show();
+    EXPECT_NONFATAL_FAILURE(CompruebaLetrasPulsadas(ventana), "Cuatro\" has no letter");
+    botones[3]->setText(QStringLiteral("&Cuatro"));
+    CompruebaLetrasPulsadas(ventana);
+    auto *etiqueta = new QLabel(QStringLiteral("&Nada"));
+    columna->addWidget(etiqueta);
+    auto *sinFoco = new QWidget;
+    columna->addWidget(sinFoco);
+    etiqueta->setBuddy(sinFoco);
+    QCoreApplication::processEvents();
+    EXPECT_NONFATAL_FAILURE(CompruebaLetrasPulsadas(ventana), "Alt+N");
+    CompruebaMnemonicos(ventana);
+    botones[1]->setAccessibleName(QStringLiteral("&Dos"));
+    EXPECT_NONFATAL_FAILURE(CompruebaMnemonicos(ventana), "Dos");
 }
 
 // What the check would miss, it must first find.

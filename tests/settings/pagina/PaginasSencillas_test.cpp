@@ -6,6 +6,7 @@
 
 #include "fakes/EstadoDiseno.h"
 #include "fakes/RegistroPropio.h"
+#include "settings/pagina/Rotulos.h"
 #include "settings/pagina/cCajaNumero.h"
 #include "settings/pagina/cEnlace.h"
 #include "settings/ucOpcGeneral.h"
@@ -38,12 +39,12 @@ TEST_F(PaginasSencillasTest, TheDesignStateEqualsTheTable) {
 }
 
 TEST_F(PaginasSencillasTest, TheCaptionsAreTheGivenOnes) {
-    EXPECT_EQ(Casilla(general, "CheckInicio")->text(), "Arrancar Ondalis al inicio de Windows");
-    EXPECT_EQ(Casilla(general, "CheckSignosPunt")->text(), "Pronunciar signos de puntuación");
-    EXPECT_EQ(general.findChild<cEnlace *>("LinkSonidos")->text(), "Utilizar sonidos de aviso");
-    EXPECT_EQ(Casilla(tipo, "CheckPortapapeles")->text(), "Leer cualquier texto copiado al Portapapeles");
+    EXPECT_EQ(SinMarca(Casilla(general, "CheckInicio")->text()), "Arrancar Ondalis al inicio de Windows");
+    EXPECT_EQ(SinMarca(Casilla(general, "CheckSignosPunt")->text()), "Pronunciar signos de puntuación");
+    EXPECT_EQ(SinMarca(general.findChild<cEnlace *>("LinkSonidos")->text()), "Utilizar sonidos de aviso");
+    EXPECT_EQ(SinMarca(Casilla(tipo, "CheckPortapapeles")->text()), "Leer cualquier texto copiado al Portapapeles");
     EXPECT_EQ(tipo.findChild<QLabel *>("LinkPausas")->text(), "Pausar/Reanudar la lectura automáticamente");
-    EXPECT_EQ(tipo.findChild<cEnlace *>("LinkLeeConTeclas")->text(), "Teclas que inician la lectura");
+    EXPECT_EQ(SinMarca(tipo.findChild<cEnlace *>("LinkLeeConTeclas")->text()), "Teclas que inician la lectura");
 }
 
 TEST_F(PaginasSencillasTest, AcceptingStoresTheEditsAndCancellingDropsThem) {
