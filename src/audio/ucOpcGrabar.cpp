@@ -95,7 +95,7 @@ void ucOpcGrabar::PonFichero(QGridLayout &rejilla) {
     m_numerar = Opcion("OpcionNumerar", QStringLiteral("&Incluir cada lectura en un fichero distinto (numerados)"));
     int numFila = 2;
     for (QRadioButton *opcion : {m_anadir, m_sobrescribir, m_numerar}) {
-        rejilla.addWidget(opcion, numFila++, 1, 1, kColumnas - 1);
+        rejilla.addWidget(opcion, numFila++, 0, 1, kColumnas);  // with a large letter they need all the width
         // Tab stops at the chosen one of the three, the arrows go on from there.
         opcion->setFocusPolicy(Qt::ClickFocus);
         connect(opcion, &QRadioButton::toggled, this,

@@ -10,8 +10,8 @@
 #include <QRadioButton>
 #include <QWheelEvent>
 
-#include "desktop/Principal.h"
 #include "fakes/Aspectos.h"
+#include "fakes/EnVentana.h"
 #include "fakes/EstadoDiseno.h"
 #include "fakes/RegistroPropio.h"
 #include "settings/pagina/Rotulos.h"
@@ -286,14 +286,8 @@ TEST_F(ucOpcGrabarTest, EveryControlHasANameOfItsOwn) {
 TEST_F(ucOpcGrabarTest, InTheWindowItIsWholeInEveryLook) {
     Grabar().setChecked(true);
     pagina.SetTags();
-    CompruebaAspectos(
-        [&] {
-            auto ventana = std::make_unique<Principal>(r.Registro(), r.Log(), Principal::Acciones{});
-            ventana->PonPagina(Pagina::Grabar, new ucOpcGrabar(opciones, servicio));
-            ventana->Muestra();
-            return ventana;
-        },
-        QStringLiteral("FrameGrabar"));
+    CompruebaAspectos([&] { return EnVentana(r, Pagina::Grabar, new ucOpcGrabar(opciones, servicio)); },
+                      QStringLiteral("FrameGrabar"));
 }
 
 }  // namespace

@@ -11,8 +11,8 @@
 #include <QLayout>
 #include <QSlider>
 
-#include "desktop/Principal.h"
 #include "fakes/Aspectos.h"
+#include "fakes/EnVentana.h"
 #include "fakes/EstadoDiseno.h"
 #include "fakes/MensajesGuion.h"
 #include "fakes/PrioridadFalsa.h"
@@ -326,14 +326,8 @@ TEST_F(ucOpcTeclasRapTest, EveryControlHasANameOfItsOwn) {
 }
 
 TEST_F(ucOpcTeclasRapTest, InTheWindowItIsWholeInEveryLook) {
-    CompruebaAspectos(
-        [&] {
-            auto ventana = std::make_unique<Principal>(r.Registro(), r.Log(), Principal::Acciones{});
-            ventana->PonPagina(Pagina::TeclasRap, new ucOpcTeclasRap(opciones, tecla, general));
-            ventana->Muestra();
-            return ventana;
-        },
-        QStringLiteral("FrameTeclasRap"));
+    CompruebaAspectos([&] { return EnVentana(r, Pagina::TeclasRap, new ucOpcTeclasRap(opciones, tecla, general)); },
+                      QStringLiteral("FrameTeclasRap"));
 }
 
 }  // namespace

@@ -10,8 +10,8 @@
 #include <QSlider>
 #include <QWheelEvent>
 
-#include "desktop/Principal.h"
 #include "fakes/Aspectos.h"
+#include "fakes/EnVentana.h"
 #include "fakes/EstadoDiseno.h"
 #include "fakes/PaletaOscura.h"
 #include "reader/PruebaVoz.h"
@@ -274,15 +274,12 @@ TEST_F(PaginaVozTest, InTheWindowItIsWholeInEveryLook) {
     opcVoz.SetValoresAvanzados(true);
     CompruebaAspectos(
         [&] {
-            auto ventana = std::make_unique<Principal>(almacen.Registro(), almacen.Log(), Principal::Acciones{});
-            ventana->PonPagina(
-                Pagina::Voces,
+            return EnVentana(
+                almacen, Pagina::Voces,
                 new ucOpcVoz(
                     {.opciones = opcVoz, .voces = voces, .general = general, .prueba = prueba, .velocidadConSuper = [] {
                          return true;
                      }}));
-            ventana->Muestra();
-            return ventana;
         },
         QStringLiteral("FrameVoces"));
 }

@@ -11,8 +11,8 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
-#include "desktop/Principal.h"
 #include "fakes/Aspectos.h"
+#include "fakes/EnVentana.h"
 #include "fakes/MensajesGuion.h"
 #include "fakes/PrioridadFalsa.h"
 #include "fakes/RegistroPropio.h"
@@ -351,10 +351,8 @@ TEST_F(PaginaDiccionarioTest, EveryControlHasItsNameAndItsPlaceInTheTabOrder) {
 TEST_F(PaginaDiccionarioTest, InTheWindowItIsWholeInEveryLook) {
     CompruebaAspectos(
         [&] {
-            auto ventana = std::make_unique<Principal>(r.Registro(), r.Log(), Principal::Acciones{});
-            ventana->PonPagina(Pagina::Diccionario, new ucOpcDiccionario(diccionario, general, [](const QString &) {}));
-            ventana->Muestra();
-            return ventana;
+            return EnVentana(r, Pagina::Diccionario,
+                             new ucOpcDiccionario(diccionario, general, [](const QString &) {}));
         },
         QStringLiteral("FrameDiccionario"));
 }

@@ -5,9 +5,9 @@
 
 #include <QVBoxLayout>
 
-#include "desktop/Principal.h"
 #include "desktop/cListaOpciones.h"
 #include "fakes/Aspectos.h"
+#include "fakes/EnVentana.h"
 #include "fakes/RegistroPropio.h"
 #include "reader/EditoresTexto.h"
 #include "settings/SonidosAviso.h"
@@ -21,14 +21,8 @@ class LetrasTest : public testing::Test {
 protected:
     // The page in the window, as it is used.
     void Comprueba(Pagina cual, const std::function<PaginaOpciones *()> &crea) {
-        CompruebaAspectos(
-            [&] {
-                auto ventana = std::make_unique<Principal>(r.Registro(), r.Log(), Principal::Acciones{});
-                ventana->PonPagina(cual, crea());
-                ventana->Muestra();
-                return ventana;
-            },
-            QLatin1String(cListaOpciones::Fila(cListaOpciones::Indice(cual)).control));
+        CompruebaAspectos([&] { return EnVentana(r, cual, crea()); },
+                          QLatin1String(cListaOpciones::Fila(cListaOpciones::Indice(cual)).control));
     }
     template <class Dialogo, class Opciones>
     void Comprueba(Opciones &opciones) {
