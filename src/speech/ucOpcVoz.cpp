@@ -264,6 +264,14 @@ void ucOpcVoz::EstableceValores() {
     });
 }
 
+// Another voice brings its list, its ranges and its numbers.
+void ucOpcVoz::EstableceCambiados() {
+    if (AceptadoFuera("ComboFabricantes") || AceptadoFuera("ComboVoces"))
+        EstableceValores();
+    else
+        PaginaOpciones::EstableceCambiados();
+}
+
 void ucOpcVoz::EstableceVelocidad() {
     Ejecuta("EstableceVelocidad", [this] {
         if (EsIBM() == c.opciones.EsIBM())

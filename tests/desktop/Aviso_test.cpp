@@ -67,11 +67,13 @@ protected:
     }
 
     VisorDiario visor;
+    QStringList aceptados;  // the voice at each time that others were told
     cAyuda ayuda{general, visor};
     Aviso aviso{{.logica = {.lector = lector,
                             .form = principal,
                             .registro = registro,
-                            .gancho = [this](bool si) { diario.Anota(si ? "gancho.si" : "gancho.no"); }},
+                            .gancho = [this](bool si) { diario.Anota(si ? "gancho.si" : "gancho.no"); },
+                            .aceptado = [this] { aceptados.push_back(opcVoz.VozActiva()); }},
                  .voces = voces,
                  .prueba = prueba,
                  .ayuda = ayuda}};
@@ -317,6 +319,17 @@ TEST_F(AvisoTest, TheConfigurationOpensAtTheEndWhenAskedForButNotWhenClosed) {
     Pulsa("AsistSig");
     EXPECT_EQ(diario.De("ventanas."), Lineas{"Opciones"});
     EXPECT_FALSE(aviso.isVisible());
+}
+
+TEST_F(AvisoTest, AnOpenConfigurationIsToldOnceTheNewValuesAreAcceptedAndNotAtTheProgramsEnd) {
+    Abre();
+    Elige("ComboVoces", "Pilar");
+    EXPECT_EQ(aceptados, QStringList{});
+    Pulsa("Cancelar");
+    EXPECT_EQ(aceptados, QStringList{"Pilar"});
+    Abre();
+    aviso.Descarga();
+    EXPECT_EQ(aceptados.size(), 1);
 }
 
 TEST_F(AvisoTest, AtTheProgramsEndThePagesAreStoredAndNothingElseIsTouched) {

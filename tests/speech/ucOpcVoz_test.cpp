@@ -211,6 +211,18 @@ TEST_F(PaginaVozTest, AHotKeysSpeedIsShownUnlessAnotherFamilyIsOnScreen) {
     EXPECT_EQ(pagina.ScrollVelocidadValue(), 10);
 }
 
+TEST_F(PaginaVozTest, AVoiceAcceptedElsewhereIsShownAndWithoutOneTheEditsStay) {
+    pagina.EstableceValores();
+    De<QSlider>("ScrollVelocidad")->setValue(300);
+    pagina.EstableceCambiados();
+    EXPECT_EQ(De<QSlider>("ScrollVelocidad")->value(), 300);
+    ASSERT_TRUE(opcVoz.CambiaVoz("IBM", "Pilar"));
+    pagina.EstableceCambiados();
+    EXPECT_EQ(De<QComboBox>("ComboVoces")->currentText(), "Pilar");
+    pagina.GuardaValores();
+    EXPECT_EQ(opcVoz.VozActiva(), "Pilar");
+}
+
 TEST_F(PaginaVozTest, TheButtonSpeaksWithWhatIsOnScreenAndAcceptsNothing) {
     EligeVoz("Pilar");
     Barra("ScrollVelocidad")->setValue(320);
