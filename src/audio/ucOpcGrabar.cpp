@@ -22,7 +22,8 @@ const QString kMp3 = QStringLiteral("mp3");
 
 // Columns: label, first list, second label or list, second list, rest. The file's row goes across.
 constexpr int kColumnas = 5;
-constexpr int kMargenGrupo = 8;  // logical pixels
+constexpr int kMargenGrupo = 8;     // logical pixels
+constexpr int kLetrasFichero = 26;  // of a path that are seen at least
 
 QLabel *Etiqueta(const char *nombre, const QString &rotulo, QWidget *companero) {
     QLabel *etiqueta = Rotulo(rotulo, companero);
@@ -81,6 +82,7 @@ void ucOpcGrabar::PonFormato(QGridLayout &rejilla) {
 
 void ucOpcGrabar::PonFichero(QGridLayout &rejilla) {
     m_fichero = new cCajaFichero("NomFichero", QStringLiteral("Fichero de audio"));
+    m_fichero->setMinimumWidth(m_fichero->fontMetrics().averageCharWidth() * kLetrasFichero);
     m_examinar = new QPushButton(QStringLiteral("E&xaminar..."));
     m_examinar->setObjectName(QStringLiteral("Examinar"));
     m_examinar->setAccessibleName(QStringLiteral("Examinar..."));

@@ -49,8 +49,8 @@ void cEnlace::paintEvent(QPaintEvent *evento) {
                               Qt::AlignCenter, isEnabled(), texto);
     const qsizetype suya = text().indexOf(QLatin1Char('&'));
     QPainter pintor(this);
-    const int grosor = std::max(letra.lineWidth(), 1);
-    const int y = sitio.top() + letra.ascent() + letra.underlinePos() + 2 * grosor;
+    const int linea = std::max(letra.lineWidth(), 1), grosor = linea + 1;
+    const int y = sitio.top() + letra.ascent() + letra.underlinePos() + linea + 2;
     for (const qsizetype una : {suya, m_vecina}) {
         if (una < 0) continue;
         const int x = sitio.left() + letra.horizontalAdvance(texto.left(una));

@@ -33,6 +33,35 @@ protected:
     }
 };
 
+// Where a picture of `uno` and one of `otro` differ.
+QRect Diferencia(QWidget &uno, QWidget &otro) {
+    const QImage esta = uno.grab().toImage(), aquella = otro.grab().toImage();
+    EXPECT_EQ(esta.size(), aquella.size());
+    QRect donde;
+    for (int y = 0; y < esta.height(); ++y)
+        for (int x = 0; x < esta.width(); ++x)
+            if (esta.pixel(x, y) != aquella.pixel(x, y)) donde |= QRect(x, y, 1, 1);
+    return donde;
+}
+
+TEST(EnlaceTest, ALetterOfALinkHasALineOfItsOwnBelowTheLinks) {
+    cEnlace llano("Llano", QStringLiteral("Una ventana")), marcado("Marcado", QStringLiteral("Una &ventana")),
+        vecino("Vecino", QStringLiteral("Una ventana"));
+    vecino.SubrayaTambien(4);
+    for (cEnlace *uno : {&llano, &marcado, &vecino}) uno->resize(llano.sizeHint());
+    EXPECT_EQ(marcado.sizeHint(), llano.sizeHint());
+    EXPECT_EQ(marcado.accessibleName(), "Una ventana");
+    const QRect linea = Diferencia(marcado, llano);
+    EXPECT_EQ(Diferencia(vecino, llano), linea);
+    ASSERT_FALSE(linea.isEmpty());
+    const QFontMetrics letra = marcado.fontMetrics();
+    const int izquierda = (llano.width() - letra.horizontalAdvance(llano.text())) / 2;
+    EXPECT_NEAR(linea.left(), izquierda + letra.horizontalAdvance(QStringLiteral("Una ")), 1);
+    EXPECT_NEAR(linea.width(), letra.horizontalAdvance(QLatin1Char('v')), 1);
+    EXPECT_GT(linea.top(), (llano.height() - letra.height()) / 2 + letra.ascent());
+    EXPECT_LT(linea.bottom(), llano.height());
+}
+
 TEST_F(PaginasSencillasTest, TheDesignStateEqualsTheTable) {
     CompruebaDiseno(general, opcGeneral);
     CompruebaDiseno(tipo, opcTipoLectura);
