@@ -9,6 +9,7 @@
 
 #include "settings/pagina/CasillaEnlace.h"
 #include "settings/pagina/EnlaceControles.h"
+#include "settings/pagina/Rotulos.h"
 #include "settings/pagina/cCajaFichero.h"
 #include "settings/pagina/cLista.h"
 
@@ -21,19 +22,19 @@ const QString kMp3 = QStringLiteral("mp3");
 
 // Columns: label, first list, second label or list, second list, rest. The file's row goes across.
 constexpr int kColumnas = 5;
-constexpr int kMargenGrupo = 8;  // logical pixels
+constexpr int kMargenGrupo = 8;     // logical pixels
+constexpr int kLetrasFichero = 26;  // of a path that are seen at least
 
 QLabel *Etiqueta(const char *nombre, const QString &rotulo, QWidget *companero) {
-    auto *etiqueta = new QLabel(rotulo);
+    QLabel *etiqueta = Rotulo(rotulo, companero);
     etiqueta->setObjectName(QLatin1String(nombre));
-    etiqueta->setBuddy(companero);
     return etiqueta;
 }
 
 QRadioButton *Opcion(const char *nombre, const QString &rotulo) {
     auto *opcion = new QRadioButton(rotulo);
     opcion->setObjectName(QLatin1String(nombre));
-    opcion->setAccessibleName(rotulo);
+    opcion->setAccessibleName(SinMarca(rotulo));
     return opcion;
 }
 
@@ -50,8 +51,8 @@ cLista *ListaCalidad(const char *nombre, const QString &rotulo, std::span<const 
 ucOpcGrabar::ucOpcGrabar(cOpcGrabar &opciones, cDialogoFichero &dialogo)
     : PaginaOpciones("FrameGrabar", &opciones), m_opciones(opciones), m_dialogo(dialogo) {
     auto *columna = new QVBoxLayout(this);
-    m_leer = Casilla("CheckLeer", QStringLiteral("Leer texto en voz alta"), true);
-    m_grabar = Casilla("CheckGrabar", QStringLiteral("Grabar texto en fichero de audio"));
+    m_leer = Casilla("CheckLeer", QStringLiteral("Leer texto en &voz alta"), true);
+    m_grabar = Casilla("CheckGrabar", QStringLiteral("Gra&bar texto en fichero de audio"));
     columna->addWidget(m_leer);
     columna->addWidget(m_grabar);
     auto *rejilla = new QGridLayout;
@@ -81,7 +82,8 @@ void ucOpcGrabar::PonFormato(QGridLayout &rejilla) {
 
 void ucOpcGrabar::PonFichero(QGridLayout &rejilla) {
     m_fichero = new cCajaFichero("NomFichero", QStringLiteral("Fichero de audio"));
-    m_examinar = new QPushButton(QStringLiteral("Examinar..."));
+    m_fichero->setMinimumWidth(m_fichero->fontMetrics().averageCharWidth() * kLetrasFichero);
+    m_examinar = new QPushButton(QStringLiteral("E&xaminar..."));
     m_examinar->setObjectName(QStringLiteral("Examinar"));
     m_examinar->setAccessibleName(QStringLiteral("Examinar..."));
     m_etiqFichero = Etiqueta("EtiqFichero", QStringLiteral("&Fichero"), m_fichero);
@@ -90,12 +92,12 @@ void ucOpcGrabar::PonFichero(QGridLayout &rejilla) {
     fila->addWidget(m_examinar);
     rejilla.addWidget(m_etiqFichero, 1, 0);
     rejilla.addLayout(fila, 1, 1, 1, kColumnas - 1);
-    m_anadir = Opcion("OpcionAnadir", QStringLiteral("Añadir al fichero"));
-    m_sobrescribir = Opcion("OpcionSobrescribir", QStringLiteral("Sobrescribir el fichero"));
-    m_numerar = Opcion("OpcionNumerar", QStringLiteral("Incluir cada lectura en un fichero distinto (numerados)"));
+    m_anadir = Opcion("OpcionAnadir", QStringLiteral("Aña&dir al fichero"));
+    m_sobrescribir = Opcion("OpcionSobrescribir", QStringLiteral("&Sobrescribir el fichero"));
+    m_numerar = Opcion("OpcionNumerar", QStringLiteral("&Incluir cada lectura en un fichero distinto (numerados)"));
     int numFila = 2;
     for (QRadioButton *opcion : {m_anadir, m_sobrescribir, m_numerar}) {
-        rejilla.addWidget(opcion, numFila++, 1, 1, kColumnas - 1);
+        rejilla.addWidget(opcion, numFila++, 0, 1, kColumnas);  // with a large letter they need all the width
         // Tab stops at the chosen one of the three, the arrows go on from there.
         opcion->setFocusPolicy(Qt::ClickFocus);
         connect(opcion, &QRadioButton::toggled, this,
@@ -107,7 +109,7 @@ void ucOpcGrabar::PonFichero(QGridLayout &rejilla) {
 void ucOpcGrabar::PonCalidad(QGridLayout &rejilla) {
     m_kHz = ListaCalidad("CombokHz", QStringLiteral("Calidad en kHz"), TablakHz(), 1);
     m_kbps = ListaCalidad("Combokbps", QStringLiteral("Calidad en kbps"), Tablakbps(), 2);
-    m_etiqCalidad = Etiqueta("EtiqCalidad", QStringLiteral("&Calidad"), m_kHz);
+    m_etiqCalidad = Etiqueta("EtiqCalidad", QStringLiteral("Ca&lidad"), m_kHz);
     QSizePolicy sitio = m_kbps->sizePolicy();
     sitio.setRetainSizeWhenHidden(true);  // nothing moves when it comes and goes
     m_kbps->setSizePolicy(sitio);

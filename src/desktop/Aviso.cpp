@@ -2,7 +2,6 @@
 
 #include <QCheckBox>
 #include <QCloseEvent>
-#include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -15,6 +14,9 @@
 
 #include "desktop/ImgMonitor.h"
 #include "settings/pagina/AreaPagina.h"
+#include "settings/pagina/CasillaEnlace.h"
+#include "settings/pagina/Rotulos.h"
+#include "settings/pagina/cLista.h"
 
 namespace ondalis {
 
@@ -22,24 +24,11 @@ namespace {
 
 constexpr int kLetrasDeAncho = 72;  // of a page's text
 
-// What a screen reader says: the caption without the mark of its letter.
-QString SinMarca(QString rotulo) { return rotulo.remove(QLatin1Char('&')); }
-
 template <class Control>
 Control *Nombrado(Control *control, const QString &nombre, const QString &accesible) {
     control->setObjectName(nombre);
     control->setAccessibleName(SinMarca(accesible));
     return control;
-}
-
-QCheckBox *Casilla(const char *nombre, const QString &rotulo) {
-    return Nombrado(new QCheckBox(rotulo), QLatin1String(nombre), rotulo);
-}
-
-QLabel *Rotulo(const QString &texto, QWidget *de) {
-    auto *rotulo = new QLabel(texto);
-    rotulo->setBuddy(de);
-    return rotulo;
 }
 
 // Rows of page 4, in the order of cAviso::Comandos; the letter opens the row's first list.
@@ -146,8 +135,8 @@ void Aviso::CreaPaginaVoz() {
                        "instaladas en su equipo en lengua española o en otros idiomas. En los siguientes desplegables "
                        "puede elegir la voz que desea escuchar cuando Ondalis convierta el texto a voz."),
         &descripcion);
-    m_fabricantes = Nombrado(new QComboBox, QStringLiteral("ComboFabricantes"), QStringLiteral("Fabricante"));
-    m_voces = Nombrado(new QComboBox, QStringLiteral("ComboVoces"), QStringLiteral("Nombre"));
+    m_fabricantes = new cLista("ComboFabricantes", QStringLiteral("Fabricante"));
+    m_voces = new cLista("ComboVoces", QStringLiteral("Nombre"));
     auto *probar = Boton("Probar", QStringLiteral("&Probar Voz"), &Aviso::Probar_Click);
     auto *tabla = new QGridLayout;
     tabla->setColumnStretch(1, 1);
@@ -176,9 +165,10 @@ void Aviso::CreaPaginaTeclas() {
         const QString comando = QLatin1String(cAviso::Comandos[static_cast<std::size_t>(i)]);
         const QString rotulo = QString::fromUtf8(kRotulosTeclas[i]);
         listas.modificador =
-            Nombrado(new QComboBox, QStringLiteral("Mod") + comando, rotulo + QStringLiteral(", modificador"));
+            new cLista(qPrintable(QStringLiteral("Mod") + comando), SinMarca(rotulo) + QStringLiteral(", modificador"));
         listas.modificador->addItems({QStringLiteral("Control"), QStringLiteral("Alt"), QStringLiteral("Shift")});
-        listas.tecla = Nombrado(new QComboBox, QStringLiteral("Tecla") + comando, rotulo + QStringLiteral(", tecla"));
+        listas.tecla =
+            new cLista(qPrintable(QStringLiteral("Tecla") + comando), SinMarca(rotulo) + QStringLiteral(", tecla"));
         for (const FilaTecla &tecla : TablaTeclas())
             listas.tecla->addItem(QLatin1String(tecla.rotulo), tecla.virtualKey);
         QLabel *letrero = Rotulo(rotulo, listas.modificador);

@@ -12,6 +12,7 @@
 #include "desktop/ListaOpciones.h"
 #include "settings/pagina/AreaPagina.h"
 #include "settings/pagina/PaginaOpciones.h"
+#include "settings/pagina/Rotulos.h"
 
 namespace ondalis {
 
@@ -45,11 +46,12 @@ Principal::Principal(cRegistro &registro, cLog &log, Acciones acciones)
     // A stacked widget of the toolkit's would be announced each time that the focus enters it.
     m_paginas = new QWidget(this);
     m_pila = new QStackedLayout(m_paginas);
-    m_aceptar = Boton("Aceptar", QStringLiteral("Aceptar"), m_acciones.aceptar);
+    m_aceptar = Boton("Aceptar", QStringLiteral("&Aceptar"), m_acciones.aceptar);
     m_aceptar->setDefault(true);
-    m_cancelar = Boton("Cancelar", QStringLiteral("Cancelar"), m_acciones.cancelar);
-    m_ayuda = Boton("Ayuda", QStringLiteral("Ayuda"), [this] { Ayuda_Click(); });
-    m_nomEmpresa = Boton("NomEmpresa", QLatin1String(Producto::Empresa), m_acciones.pagWeb);
+    m_cancelar = Boton("Cancelar", QStringLiteral("&Cancelar"), m_acciones.cancelar);
+    m_ayuda = Boton("Ayuda", QStringLiteral("A&yuda"), [this] { Ayuda_Click(); });
+    m_nomEmpresa =
+        Boton("NomEmpresa", QString(QLatin1String(Producto::Empresa)).insert(1, QLatin1Char('&')), m_acciones.pagWeb);
     m_nomEmpresa->setFlat(true);
     m_nomEmpresa->setIcon(QApplication::windowIcon());
     m_nomEmpresa->setIconSize({kIconoEmpresa, kIconoEmpresa});
@@ -84,7 +86,7 @@ Principal::Principal(cRegistro &registro, cLog &log, Acciones acciones)
 QPushButton *Principal::Boton(const char *nombre, const QString &rotulo, const std::function<void()> &accion) {
     auto *boton = new QPushButton(rotulo, this);
     boton->setObjectName(QLatin1String(nombre));
-    boton->setAccessibleName(rotulo);
+    boton->setAccessibleName(SinMarca(rotulo));
     connect(boton, &QPushButton::clicked, this, accion);
     return boton;
 }

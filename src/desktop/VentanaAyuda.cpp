@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include "desktop/TextoAyuda.h"
+#include "settings/pagina/Rotulos.h"
 
 namespace ondalis {
 
@@ -42,10 +43,10 @@ VentanaAyuda::VentanaAyuda(QWidget *duena) : QWidget(duena, Banderas(duena)) {
         auto *atajo = new QShortcut(QKeySequence(QLatin1String(tecla)), this);
         connect(atajo, &QShortcut::activated, m_texto, [this, n = puntos] { m_texto->zoomIn(n); });
     }
-    auto *inicio = Boton("Indice", QStringLiteral("Índice"), QStringLiteral("Alt+Home"));
-    m_atras = Boton("Atras", QStringLiteral("Atrás"), QStringLiteral("Alt+Left"));
-    m_adelante = Boton("Adelante", QStringLiteral("Adelante"), QStringLiteral("Alt+Right"));
-    auto *cerrar = Boton("Cerrar", QStringLiteral("Cerrar"), QStringLiteral("Esc"));
+    auto *inicio = Boton("Indice", QStringLiteral("Í&ndice"), QStringLiteral("Alt+Home"));
+    m_atras = Boton("Atras", QStringLiteral("&Atrás"), QStringLiteral("Alt+Left"));
+    m_adelante = Boton("Adelante", QStringLiteral("A&delante"), QStringLiteral("Alt+Right"));
+    auto *cerrar = Boton("Cerrar", QStringLiteral("&Cerrar"), QStringLiteral("Esc"));
     m_atras->setEnabled(false);
     m_adelante->setEnabled(false);
     connect(inicio, &QPushButton::clicked, this, [this] { VeA(QString()); });
@@ -69,7 +70,7 @@ VentanaAyuda::VentanaAyuda(QWidget *duena) : QWidget(duena, Banderas(duena)) {
 QPushButton *VentanaAyuda::Boton(const char *nombre, const QString &rotulo, const QString &tecla) {
     auto *boton = new QPushButton(rotulo, this);
     boton->setObjectName(QLatin1String(nombre));
-    boton->setAccessibleName(rotulo);
+    boton->setAccessibleName(SinMarca(rotulo));
     boton->setToolTip(tecla == QLatin1String("Esc") ? tecla : QKeySequence(tecla).toString(QKeySequence::NativeText));
     boton->setAutoDefault(true);
     if (tecla != QLatin1String("Esc")) {

@@ -51,6 +51,7 @@ void cAviso::Guarda(const Valores &valores) {
     EstableceTeclasRapidas(c.lector.tecla, c.lector.opcTeclasRap);
     c.form.RotulaMenuLectura();
     AplicaGancho(leiaTeclado);
+    if (c.aceptado) c.aceptado();
 }
 
 void cAviso::GuardaSinAplicar(const Valores &valores) {

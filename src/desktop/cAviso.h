@@ -23,6 +23,7 @@ public:
         cFormPrincipal &form;
         cRegistro &registro;
         std::function<void(bool)> gancho = {};  // starts and ends the hearing of typed keys; may be empty
+        std::function<void()> aceptado = {};    // an open configuration window takes the new values; may be empty
     };
     struct Tecla {
         int modificador = 0;  // position in "Control", "Alt", "Shift"

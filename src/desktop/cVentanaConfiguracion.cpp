@@ -21,6 +21,10 @@ void cVentanaConfiguracion::Opciones() {
     m_logica->Opciones_Click();
 }
 
+void cVentanaConfiguracion::AceptadoFuera() {
+    if (m_logica) m_logica->AceptadoFuera();
+}
+
 void cVentanaConfiguracion::Descarga() {
     m_descargada = true;
     if (m_logica) m_logica->Descarga();

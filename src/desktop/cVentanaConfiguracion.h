@@ -38,6 +38,8 @@ public:
 
     // Throws as cConfiguracion::Opciones_Click does.
     void Opciones();
+    // As cConfiguracion::AceptadoFuera; harmless when there is no window.
+    void AceptadoFuera();
     // The program ends; harmless when there is no window.
     void Descarga();
     Principal *Ventana() { return m_ventana.get(); }  // null before the first use

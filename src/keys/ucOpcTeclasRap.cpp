@@ -10,6 +10,7 @@
 #include "keys/EstableceTeclas.h"
 #include "settings/pagina/CasillaEnlace.h"
 #include "settings/pagina/EnlaceControles.h"
+#include "settings/pagina/Rotulos.h"
 #include "settings/pagina/cDeslizador.h"
 #include "settings/pagina/cLista.h"
 
@@ -20,14 +21,12 @@ namespace {
 constexpr int kPalabras = 10;
 constexpr int kPasoGrande = 5;
 
-QString SinMnemonico(QString rotulo) { return rotulo.remove(QLatin1Char('&')); }
-
 }  // namespace
 
 ucOpcTeclasRap::ucOpcTeclasRap(cOpcTeclasRap &opciones, cTecla &tecla, cGeneral &general)
     : PaginaOpciones("FrameTeclasRap", &opciones), m_opciones(opciones), m_tecla(tecla), m_general(general) {
     const Orden ordenes[] = {
-        {"Activar", QStringLiteral("&Activar / Desactivar")}, {"Pausa", QStringLiteral("&Pausa / Reanudar")},
+        {"Activar", QStringLiteral("Act&ivar / Desactivar")}, {"Pausa", QStringLiteral("&Pausa / Reanudar")},
         {"Detener", QStringLiteral("&Detener lectura")},      {"Repetir", QStringLiteral("&Repetir última lectura")},
         {"Avanzar", QStringLiteral("A&vanzar palabras")},     {"Retroceder", QStringLiteral("Re&troceder palabras")},
     };
@@ -43,7 +42,7 @@ ucOpcTeclasRap::ucOpcTeclasRap(cOpcTeclasRap &opciones, cTecla &tecla, cGeneral 
     m_dentro = new QGridLayout(m_frameAvRe);
     PonAvRe(*m_dentro, ordenes[4], ordenes[5]);
 
-    columna->addWidget(Casilla("CheckAvisos", QStringLiteral("Avisar al pulsar teclas sin efecto"), true));
+    columna->addWidget(Casilla("CheckAvisos", QStringLiteral("Avi&sar al pulsar teclas sin efecto"), true));
     columna->addStretch();
     for (QGridLayout *rejilla : {m_arriba, m_dentro}) rejilla->setColumnStretch(2, 1);
     Alinea();
@@ -52,7 +51,7 @@ ucOpcTeclasRap::ucOpcTeclasRap(cOpcTeclasRap &opciones, cTecla &tecla, cGeneral 
 // One row: what the key does, modifier, key. Both lists show the design value, which is the table's.
 void ucOpcTeclasRap::PonOrden(QGridLayout &rejilla, const Orden &orden) {
     const QString nombre = QLatin1String(orden.nombre);
-    const QString rotulo = SinMnemonico(orden.rotulo);
+    const QString rotulo = SinMarca(orden.rotulo);
     auto *modificador =
         new cLista(qPrintable(QStringLiteral("Mod") + nombre), QStringLiteral("Modificador de ") + rotulo);
     modificador->addItems({QStringLiteral("Control"), QStringLiteral("Alt"), QStringLiteral("Shift")});
@@ -64,8 +63,7 @@ void ucOpcTeclasRap::PonOrden(QGridLayout &rejilla, const Orden &orden) {
                 PonEstadoControl(*lista, QLatin1String(fila.diseno));
         connect(lista, &QComboBox::activated, this, [this, nombre] { Orden_Click(nombre); });
     }
-    auto *etiqueta = new QLabel(orden.rotulo);
-    etiqueta->setBuddy(modificador);
+    QLabel *etiqueta = Rotulo(orden.rotulo, modificador);
     m_etiquetas.push_back(etiqueta);
     const int fila = rejilla.rowCount();
     rejilla.addWidget(etiqueta, fila, 0);
@@ -81,8 +79,7 @@ void ucOpcTeclasRap::PonOrden(QGridLayout &rejilla, const Orden &orden) {
 void ucOpcTeclasRap::PonPalabras(QGridLayout &rejilla, const QString &rotulo, cDeslizador *palabras) {
     palabras->SetRango(cOpcTeclasRap::MinPalabras, cOpcTeclasRap::MaxPalabras, kPasoGrande);
     palabras->SetValor(kPalabras);
-    auto *etiqueta = new QLabel(rotulo);
-    etiqueta->setBuddy(palabras);
+    QLabel *etiqueta = Rotulo(rotulo, palabras);
     m_etiquetas.push_back(etiqueta);
     const int fila = rejilla.rowCount();
     rejilla.addWidget(etiqueta, fila, 0);

@@ -7,6 +7,7 @@
 
 #include "reader/DeslizadorSalto.h"
 #include "settings/pagina/CasillaEnlace.h"
+#include "settings/pagina/Rotulos.h"
 
 namespace ondalis {
 
@@ -40,19 +41,18 @@ QGroupBox *EditoresTexto::MarcoWord() {
     auto *marco = new QGroupBox(QStringLiteral("Microsoft Word"));
     marco->setObjectName(QStringLiteral("FrameWord"));
     auto *columna = new QVBoxLayout(marco);
-    m_palabras = Casilla("LocalizaPalabrasWord", QStringLiteral("Localizar cada palabra leída"), true);
-    m_parada = Casilla("LocalizaParadaWord", QStringLiteral("Localizar texto al parar la lectura"));
-    m_selecciona = Casilla("SeleccionaWord", QStringLiteral("Seleccionar palabra al localizar texto"), true);
+    m_palabras = Casilla("LocalizaPalabrasWord", QStringLiteral("&Localizar cada palabra leída"), true);
+    m_parada = Casilla("LocalizaParadaWord", QStringLiteral("Localizar texto al &parar la lectura"));
+    m_selecciona = Casilla("SeleccionaWord", QStringLiteral("&Seleccionar palabra al localizar texto"), true);
     for (QCheckBox *una : {m_palabras, m_parada, m_selecciona}) columna->addWidget(una);
 
-    const QString rotulo = QStringLiteral("Localización relativa en pausas manuales");
-    m_etiqSalto = new QLabel(rotulo);
+    const QString rotulo = QStringLiteral("Localización &relativa en pausas manuales");
+    m_salto = new DeslizadorSalto("SliderSalto", SinMarca(rotulo));
+    m_etiqSalto = Rotulo(rotulo, m_salto);
     m_etiqSalto->setObjectName(QStringLiteral("EtiqSalto"));
     m_valorSalto = new QLabel;
     m_valorSalto->setObjectName(QStringLiteral("ValorSalto"));
     m_valorSalto->setAlignment(Qt::AlignHCenter);
-    m_salto = new DeslizadorSalto("SliderSalto", rotulo);
-    m_etiqSalto->setBuddy(m_salto);
     columna->addSpacing(columna->spacing());
     columna->addWidget(m_etiqSalto);
     columna->addWidget(m_salto);

@@ -46,6 +46,12 @@ void cConfiguracion::Opciones_Click() {
 
 void cConfiguracion::Cancelar_Click() { c.vista.Oculta(); }
 
+void cConfiguracion::AceptadoFuera() {
+    if (!c.vista.Visible()) return;
+    for (PaginaConfiguracion *pagina : m_paginas)
+        if (pagina) pagina->EstableceCambiados();
+}
+
 void cConfiguracion::Descarga() {
     m_descargada = true;
     c.vista.Oculta();

@@ -46,6 +46,8 @@ public:
     // Refuses nothing. A failure ends it where it is: what has been accepted and stored so far stays.
     void Aceptar_Click();
     void Cancelar_Click();
+    // Values have been accepted elsewhere: an open window shows them, so that accepting it keeps them.
+    void AceptadoFuera();
     // The program ends: the window is hidden, and an acceptance that waits further out stores the values and no more.
     void Descarga();
 

@@ -13,6 +13,9 @@ public:
     virtual ~PaginaConfiguracion() = default;
     // The controls show the accepted values: edits of a visit that was cancelled are gone.
     virtual void EstableceValores() = 0;
+    // Of a page that is being edited: what has been accepted elsewhere since it was shown or stored goes to the
+    // controls; the other edits stay.
+    virtual void EstableceCambiados() = 0;
     // What is still being edited takes its final value: before any page's GuardaValores. Can't refuse.
     virtual void TerminaEdicion() = 0;
     // The edits become the accepted values, and those are stored.

@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "settings/pagina/CasillaEnlace.h"
+#include "settings/pagina/Rotulos.h"
 #include "settings/pagina/cCajaNumero.h"
 
 namespace ondalis {
@@ -36,14 +37,15 @@ ucOpcTipoLectura::ucOpcTipoLectura(cOpcTipoLectura &opciones, Enlaces enlaces)
 }
 
 void ucOpcTipoLectura::PonPortapapeles(QVBoxLayout &columna) {
-    m_portapapeles = Casilla("CheckPortapapeles", QStringLiteral("Leer cualquier texto copiado al Portapapeles"), true);
+    m_portapapeles =
+        Casilla("CheckPortapapeles", QStringLiteral("Leer cualquier texto copiado al &Portapapeles"), true);
     columna.addWidget(m_portapapeles);
     QHBoxLayout *mini = Sangrada(columna, *this);
-    m_miniTexto = Casilla("CheckMiniTexto", QStringLiteral("No leer texto inferior a"), true);
+    m_miniTexto = Casilla("CheckMiniTexto", QStringLiteral("&No leer texto inferior a"), true);
     m_valorMiniTexto = new cCajaNumero("ValorMiniTexto", QStringLiteral("No leer texto inferior a, caracteres"));
     m_valorMiniTexto->setRange(0, cOpcTipoLectura::MaxMiniTexto);
     m_valorMiniTexto->setValue(15);
-    m_etiqueta = new QLabel(QStringLiteral("caracteres"));
+    m_etiqueta = Rotulo(QStringLiteral("carac&teres"), m_valorMiniTexto);
     m_etiqueta->setObjectName(QStringLiteral("Etiqueta"));
     for (QWidget *uno : {static_cast<QWidget *>(m_miniTexto), static_cast<QWidget *>(m_valorMiniTexto),
                          static_cast<QWidget *>(m_etiqueta)})
@@ -51,7 +53,7 @@ void ucOpcTipoLectura::PonPortapapeles(QVBoxLayout &columna) {
     mini->addStretch();
 
     const CasillaConEnlace editores = PonCasillaConEnlace(
-        *Sangrada(columna, *this), "CheckEditores", "LinkEditores", QStringLiteral("Identificar editores de texto"),
+        *Sangrada(columna, *this), "CheckEditores", "LinkEditores", QStringLiteral("&Identificar e&ditores de texto"),
         QStringLiteral("Elegir qué se hace con los editores de texto"), true);
     m_editores = editores.casilla;
     m_linkEditores = editores.enlace;
@@ -70,7 +72,7 @@ void ucOpcTipoLectura::PonPortapapeles(QVBoxLayout &columna) {
 }
 
 void ucOpcTipoLectura::PonTeclado(QVBoxLayout &columna) {
-    m_leeTeclado = Casilla("CheckLeeTeclado", QStringLiteral("Leer el texto tecleado en cualquier aplicación"));
+    m_leeTeclado = Casilla("CheckLeeTeclado", QStringLiteral("&Leer el texto tecleado en cualquier aplicación"));
     columna.addWidget(m_leeTeclado);
     // Heard with the box that it is about, and seen under it.
     const QString aviso = QStringLiteral(
@@ -81,10 +83,10 @@ void ucOpcTipoLectura::PonTeclado(QVBoxLayout &columna) {
     letrero->setObjectName(QStringLiteral("AvisoContrasenas"));
     letrero->setWordWrap(true);
     Sangrada(columna, *this)->addWidget(letrero, 1);
-    m_leeCambioApp = Casilla("CheckLeeCambioApp", QStringLiteral("Leer texto tecleado al cambiar de aplicación"));
+    m_leeCambioApp = Casilla("CheckLeeCambioApp", QStringLiteral("Leer texto tecleado al cam&biar de aplicación"));
     Sangrada(columna, *this)->addWidget(m_leeCambioApp);
     QHBoxLayout *teclas = Sangrada(columna, *this);
-    m_linkLeeConTeclas = new cEnlace("LinkLeeConTeclas", QStringLiteral("Teclas que inician la lectura"));
+    m_linkLeeConTeclas = new cEnlace("LinkLeeConTeclas", QStringLiteral("Tecla&s que inician la lectura"));
     teclas->addWidget(m_linkLeeConTeclas);
     teclas->addStretch();
 }

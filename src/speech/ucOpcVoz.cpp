@@ -12,6 +12,7 @@
 
 #include "settings/pagina/CasillaEnlace.h"
 #include "settings/pagina/EnlaceControles.h"
+#include "settings/pagina/Rotulos.h"
 #include "settings/pagina/cCajaNumero.h"
 #include "settings/pagina/cDeslizador.h"
 #include "settings/pagina/cLista.h"
@@ -31,11 +32,11 @@ struct FilaAvanzado {
 // In the order in which an engine takes them.
 const std::array<FilaAvanzado, 5> &Avanzados() {
     static const std::array<FilaAvanzado, 5> filas{{
-        {"ScrollTono", "Tono", cOpcVoz::RangoTono(), &RegistroVoz::TonoDefecto},
-        {"ScrollFluctuacion", "Fluctuación", cOpcVoz::RangoOtros(), &RegistroVoz::FluctuacionDefecto},
-        {"ScrollAspereza", "Aspereza", cOpcVoz::RangoOtros(), &RegistroVoz::AsperezaDefecto},
-        {"ScrollDiafonia", "Diafonía", cOpcVoz::RangoOtros(), &RegistroVoz::DiafoniaDefecto},
-        {"ScrollTamCabeza", "Tam. cabeza", cOpcVoz::RangoOtros(), &RegistroVoz::TamCabezaDefecto},
+        {"ScrollTono", "&Tono", cOpcVoz::RangoTono(), &RegistroVoz::TonoDefecto},
+        {"ScrollFluctuacion", "Fluctuac&ión", cOpcVoz::RangoOtros(), &RegistroVoz::FluctuacionDefecto},
+        {"ScrollAspereza", "A&spereza", cOpcVoz::RangoOtros(), &RegistroVoz::AsperezaDefecto},
+        {"ScrollDiafonia", "&Diafonía", cOpcVoz::RangoOtros(), &RegistroVoz::DiafoniaDefecto},
+        {"ScrollTamCabeza", "Tam. ca&beza", cOpcVoz::RangoOtros(), &RegistroVoz::TamCabezaDefecto},
     }};
     return filas;
 }
@@ -63,12 +64,6 @@ QLabel *Discreto(const char *nombre, const QString &texto) {
 int AnchoCaja(cCajaNumero &caja, int maximo) {
     caja.setRange(0, maximo);
     return caja.sizeHint().width();
-}
-
-QLabel *Rotulo(const QString &texto, QWidget *de) {
-    auto *rotulo = new QLabel(texto);
-    rotulo->setBuddy(de);
-    return rotulo;
 }
 
 // A label in the middle of its field's height.
@@ -104,15 +99,15 @@ ucOpcVoz::ucOpcVoz(const Colaboradores &colaboradores)
 void ucOpcVoz::PonListas(QGridLayout &tabla) {
     m_fabricantes = Lista("ComboFabricantes", QStringLiteral("Fabricante"));
     m_voces = Lista("ComboVoces", QStringLiteral("Nombre"));
-    PonFila(tabla, Rotulo(QStringLiteral("Fabricante"), m_fabricantes), m_fabricantes);
-    PonFila(tabla, Rotulo(QStringLiteral("Nombre"), m_voces), m_voces);
+    PonFila(tabla, Rotulo(QStringLiteral("&Fabricante"), m_fabricantes), m_fabricantes);
+    PonFila(tabla, Rotulo(QStringLiteral("N&ombre"), m_voces), m_voces);
     Separa(tabla);
 }
 
 void ucOpcVoz::PonVelocidad(QGridLayout &tabla) {
     m_velocidad = new cDeslizador("ScrollVelocidad", "ValorVelocidad", QStringLiteral("Velocidad"));
     m_volumen = new cDeslizador("ScrollVolumen", "ValorVolumen", QStringLiteral("Volumen"));
-    PonFila(tabla, Rotulo(QStringLiteral("Velocidad"), m_velocidad), m_velocidad);
+    PonFila(tabla, Rotulo(QStringLiteral("&Velocidad"), m_velocidad), m_velocidad);
     // Both boxes are as wide as the longest number that either family has.
     const int ancho = AnchoCaja(*m_velocidad->Caja(), cOpcVoz::RangoVelocidad(true).maximo);
     for (cDeslizador *uno : {m_velocidad, m_volumen}) uno->Caja()->setFixedWidth(ancho);
@@ -129,18 +124,18 @@ void ucOpcVoz::PonVelocidad(QGridLayout &tabla) {
     bajo->addLayout(teclas);
     bajo->addWidget(m_teclas);
     tabla.addLayout(bajo, tabla.rowCount(), 1);
-    PonFila(tabla, Rotulo(QStringLiteral("Volumen"), m_volumen), m_volumen);
+    PonFila(tabla, Rotulo(QStringLiteral("Vo&lumen"), m_volumen), m_volumen);
     Separa(tabla);
 }
 
 void ucOpcVoz::PonAvanzados(QGridLayout &tabla) {
-    m_avanzados = Casilla("CheckAvanzados", QStringLiteral("Utilizar valores avanzados"));
+    m_avanzados = Casilla("CheckAvanzados", QStringLiteral("&Utilizar valores avanzados"));
     tabla.addWidget(m_avanzados, tabla.rowCount(), 0, 1, 2, Qt::AlignLeft);
     const int sangria = style()->pixelMetric(QStyle::PM_IndicatorWidth) + 8;
     for (std::size_t i = 0; i < m_barras.size(); ++i) {
         const FilaAvanzado &fila = Avanzados()[i];
         const QString texto = QString::fromUtf8(fila.rotulo);
-        m_barras[i] = new cDeslizador(fila.barra, nullptr, texto);
+        m_barras[i] = new cDeslizador(fila.barra, nullptr, SinMarca(texto));
         PonRango(*m_barras[i], fila.rango);
         m_rotulos[i] = Rotulo(texto, m_barras[i]);
         m_rotulos[i]->setIndent(sangria);
@@ -149,9 +144,9 @@ void ucOpcVoz::PonAvanzados(QGridLayout &tabla) {
 }
 
 void ucOpcVoz::PonProbar(QGridLayout &tabla) {
-    m_probar = new QPushButton(QStringLiteral("Probar Voz"));
+    m_probar = new QPushButton(QStringLiteral("&Probar Voz"));
     m_probar->setObjectName(QStringLiteral("Probar"));
-    m_probar->setAccessibleName(m_probar->text());
+    m_probar->setAccessibleName(SinMarca(m_probar->text()));
     auto *fila = new QHBoxLayout;
     fila->addStretch();
     fila->addWidget(m_probar);
@@ -267,6 +262,14 @@ void ucOpcVoz::EstableceValores() {
         if (!EsIBM()) m_avanzados->setChecked(false);  // whatever an earlier family has left stored
         MuestraTeclas();
     });
+}
+
+// Another voice brings its list, its ranges and its numbers.
+void ucOpcVoz::EstableceCambiados() {
+    if (AceptadoFuera("ComboFabricantes") || AceptadoFuera("ComboVoces"))
+        EstableceValores();
+    else
+        PaginaOpciones::EstableceCambiados();
 }
 
 void ucOpcVoz::EstableceVelocidad() {

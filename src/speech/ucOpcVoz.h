@@ -35,6 +35,7 @@ public:
     // A list without a selection keeps its tag: a stored voice that isn't there at this start isn't forgotten.
     void SetTags() override;
     void EstableceValores() override;
+    void EstableceCambiados() override;
     // A hot key has changed the accepted speed: the bar and its box show it, unless another family is on screen.
     void EstableceVelocidad();
 

@@ -10,6 +10,7 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
+#include "settings/pagina/Rotulos.h"
 #include "text/cModeloDiccionario.h"
 
 namespace ondalis {
@@ -82,15 +83,15 @@ ucOpcDiccionario::ucOpcDiccionario(cOpcDiccionario &diccionario, cGeneral &gener
     auto *cajas = new QHBoxLayout;
     auto *deClave = new QVBoxLayout, *deConversion = new QVBoxLayout;
     for (QVBoxLayout *una : {deClave, deConversion}) una->setSpacing(2);
-    m_clave = CreaCaja("TxtClave", QStringLiteral("Texto"), *deClave);
-    m_conversion = CreaCaja("TxtConversion", QStringLiteral("Conversión"), *deConversion);
+    m_clave = CreaCaja("TxtClave", QStringLiteral("&Texto"), *deClave);
+    m_conversion = CreaCaja("TxtConversion", QStringLiteral("Co&nversión"), *deConversion);
     cajas->addLayout(deClave, 2);
     cajas->addLayout(deConversion, 3);
     columna->addLayout(cajas);
     auto *botones = new QHBoxLayout;
-    m_actualizar = CreaBoton("Actualizar", QStringLiteral("Actualizar Lista"), &ucOpcDiccionario::Actualizar_Click);
-    m_suprimir = CreaBoton("Suprimir", QStringLiteral("Suprimir"), &ucOpcDiccionario::Suprimir_Click);
-    m_probarBoton = CreaBoton("Probar", QStringLiteral("Probar"), &ucOpcDiccionario::Probar_Click);
+    m_actualizar = CreaBoton("Actualizar", QStringLiteral("Actualizar &Lista"), &ucOpcDiccionario::Actualizar_Click);
+    m_suprimir = CreaBoton("Suprimir", QStringLiteral("&Suprimir"), &ucOpcDiccionario::Suprimir_Click);
+    m_probarBoton = CreaBoton("Probar", QStringLiteral("&Probar"), &ucOpcDiccionario::Probar_Click);
     for (QPushButton *uno : {m_actualizar, m_suprimir, m_probarBoton}) botones->addWidget(uno);
     botones->addStretch();
     columna->addLayout(botones);
@@ -130,10 +131,8 @@ QTreeView *ucOpcDiccionario::CreaLista() {
 QLineEdit *ucOpcDiccionario::CreaCaja(const char *nombre, const QString &rotulo, QBoxLayout &columna) {
     auto *caja = new CajaEntera([this] { return EnterEnCaja(); });
     caja->setObjectName(QLatin1String(nombre));
-    caja->setAccessibleName(rotulo);
-    auto *etiqueta = new QLabel(rotulo);
-    etiqueta->setBuddy(caja);
-    columna.addWidget(etiqueta);
+    caja->setAccessibleName(SinMarca(rotulo));
+    columna.addWidget(Rotulo(rotulo, caja));
     columna.addWidget(caja);
     return caja;
 }
@@ -142,7 +141,7 @@ QPushButton *ucOpcDiccionario::CreaBoton(const char *nombre, const QString &rotu
                                          void (ucOpcDiccionario::*accion)()) {
     auto *boton = new QPushButton(rotulo);
     boton->setObjectName(QLatin1String(nombre));
-    boton->setAccessibleName(rotulo);
+    boton->setAccessibleName(SinMarca(rotulo));
     connect(boton, &QPushButton::clicked, this, accion);
     return boton;
 }

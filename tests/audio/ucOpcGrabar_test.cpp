@@ -10,10 +10,11 @@
 #include <QRadioButton>
 #include <QWheelEvent>
 
-#include "desktop/Principal.h"
 #include "fakes/Aspectos.h"
+#include "fakes/EnVentana.h"
 #include "fakes/EstadoDiseno.h"
 #include "fakes/RegistroPropio.h"
+#include "settings/pagina/Rotulos.h"
 #include "settings/pagina/cCajaFichero.h"
 
 namespace ondalis::prueba {
@@ -63,12 +64,13 @@ TEST_F(ucOpcGrabarTest, OnFirstUseTheDefaultFileStandsInTheBox) {
 }
 
 TEST_F(ucOpcGrabarTest, TheCaptionsAreTheGivenOnes) {
-    EXPECT_EQ(Leer().text(), "Leer texto en voz alta");
-    EXPECT_EQ(Grabar().text(), "Grabar texto en fichero de audio");
-    EXPECT_EQ(De<QRadioButton>("OpcionAnadir")->text(), "Añadir al fichero");
-    EXPECT_EQ(De<QRadioButton>("OpcionSobrescribir")->text(), "Sobrescribir el fichero");
-    EXPECT_EQ(De<QRadioButton>("OpcionNumerar")->text(), "Incluir cada lectura en un fichero distinto (numerados)");
-    EXPECT_EQ(De<QPushButton>("Examinar")->text(), "Examinar...");
+    EXPECT_EQ(SinMarca(Leer().text()), "Leer texto en voz alta");
+    EXPECT_EQ(SinMarca(Grabar().text()), "Grabar texto en fichero de audio");
+    EXPECT_EQ(SinMarca(De<QRadioButton>("OpcionAnadir")->text()), "Añadir al fichero");
+    EXPECT_EQ(SinMarca(De<QRadioButton>("OpcionSobrescribir")->text()), "Sobrescribir el fichero");
+    EXPECT_EQ(SinMarca(De<QRadioButton>("OpcionNumerar")->text()),
+              "Incluir cada lectura en un fichero distinto (numerados)");
+    EXPECT_EQ(SinMarca(De<QPushButton>("Examinar")->text()), "Examinar...");
     EXPECT_EQ(Tipo().itemText(1), "Asíncrono");
 }
 
@@ -284,14 +286,8 @@ TEST_F(ucOpcGrabarTest, EveryControlHasANameOfItsOwn) {
 TEST_F(ucOpcGrabarTest, InTheWindowItIsWholeInEveryLook) {
     Grabar().setChecked(true);
     pagina.SetTags();
-    CompruebaAspectos(
-        [&] {
-            auto ventana = std::make_unique<Principal>(r.Registro(), r.Log(), Principal::Acciones{});
-            ventana->PonPagina(Pagina::Grabar, new ucOpcGrabar(opciones, servicio));
-            ventana->Muestra();
-            return ventana;
-        },
-        QStringLiteral("FrameGrabar"));
+    CompruebaAspectos([&] { return EnVentana(r, Pagina::Grabar, new ucOpcGrabar(opciones, servicio)); },
+                      QStringLiteral("FrameGrabar"));
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QWheelEvent>
 
 #include "fakes/Aspectos.h"
 #include "fakes/PaletaOscura.h"
@@ -66,11 +67,13 @@ protected:
     }
 
     VisorDiario visor;
+    QStringList aceptados;  // the voice at each time that others were told
     cAyuda ayuda{general, visor};
     Aviso aviso{{.logica = {.lector = lector,
                             .form = principal,
                             .registro = registro,
-                            .gancho = [this](bool si) { diario.Anota(si ? "gancho.si" : "gancho.no"); }},
+                            .gancho = [this](bool si) { diario.Anota(si ? "gancho.si" : "gancho.no"); },
+                            .aceptado = [this] { aceptados.push_back(opcVoz.VozActiva()); }},
                  .voces = voces,
                  .prueba = prueba,
                  .ayuda = ayuda}};
@@ -318,6 +321,17 @@ TEST_F(AvisoTest, TheConfigurationOpensAtTheEndWhenAskedForButNotWhenClosed) {
     EXPECT_FALSE(aviso.isVisible());
 }
 
+TEST_F(AvisoTest, AnOpenConfigurationIsToldOnceTheNewValuesAreAcceptedAndNotAtTheProgramsEnd) {
+    Abre();
+    Elige("ComboVoces", "Pilar");
+    EXPECT_EQ(aceptados, QStringList{});
+    Pulsa("Cancelar");
+    EXPECT_EQ(aceptados, QStringList{"Pilar"});
+    Abre();
+    aviso.Descarga();
+    EXPECT_EQ(aceptados.size(), 1);
+}
+
 TEST_F(AvisoTest, AtTheProgramsEndThePagesAreStoredAndNothingElseIsTouched) {
     Abre();
     De<QCheckBox>("CheckMostrar")->setChecked(true);
@@ -339,6 +353,31 @@ TEST_F(AvisoTest, InactiveTheTypedKeysAreNotHeardYet) {
     Pulsa("Cancelar");
     EXPECT_EQ(diario.De("gancho."), Lineas{});
     EXPECT_TRUE(opcTipoLectura.LeeTeclado());
+}
+
+TEST_F(AvisoTest, TheWheelChangesNoListThatHasNotTheFocus) {
+    Abre();
+    const QList<QComboBox *> listas = aviso.findChildren<QComboBox *>();
+    ASSERT_EQ(listas.size(), 2 + 2 * cAviso::NumTeclas);
+    const auto gira = [](QComboBox *lista) {
+        const int antes = lista->currentIndex();
+        for (const int paso : {-120, 120}) {
+            QWheelEvent rueda({5, 5}, {5, 5}, {}, {0, paso}, Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+            QApplication::sendEvent(lista, &rueda);
+            if (lista->currentIndex() != antes) return true;
+        }
+        return false;
+    };
+    for (int pagina = 1; pagina <= cAviso::NumPaginas; ++pagina) {
+        for (QComboBox *lista : listas)
+            if (lista->isVisible() && lista->count() > 1) {
+                aviso.findChild<QPushButton *>(QStringLiteral("Ayuda"))->setFocus();
+                EXPECT_FALSE(gira(lista)) << lista->objectName().toStdString();
+                lista->setFocus();
+                EXPECT_TRUE(gira(lista)) << lista->objectName().toStdString();
+            }
+        if (pagina < cAviso::NumPaginas) Pulsa("AsistSig");
+    }
 }
 
 TEST_F(AvisoTest, EachPageIsWholeInEveryLook) {

@@ -46,11 +46,13 @@ TEST(LineaComandos, EnterAndEscapeClose) {
 }
 
 TEST(LineaComandos, ItIsWholeInEveryLook) {
-    prueba::CompruebaAspectos([] {
-        auto ventana = std::make_unique<LineaComandos>();
-        ventana->show();
-        return ventana;
-    });
+    prueba::CompruebaAspectos(
+        [] {
+            auto ventana = std::make_unique<LineaComandos>();
+            ventana->show();
+            return ventana;
+        },
+        {}, prueba::Letras::LasQueHaya);
 }
 
 }  // namespace

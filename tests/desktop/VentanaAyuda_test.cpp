@@ -16,6 +16,7 @@
 #include <QTextFragment>
 
 #include "desktop/TextoAyuda.h"
+#include "fakes/Aspectos.h"
 
 namespace ondalis {
 namespace {
@@ -186,6 +187,12 @@ TEST_F(VentanaAyudaPrueba, EscClosesItAndEveryControlHasANameAndTakesTheFocus) {
     QApplication::sendEvent(&Texto(), &escape);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_FALSE(visor.Ventana());
+}
+
+TEST_F(VentanaAyudaPrueba, EachButtonHasALetterThatLeadsToIt) {
+    ASSERT_FALSE(visor.Muestra(fichero, 0, QString()));
+    prueba::CompruebaMnemonicos(*visor.Ventana());
+    prueba::CompruebaLetrasPulsadas(*visor.Ventana());
 }
 
 TEST_F(VentanaAyudaPrueba, BackAndForwardGoThroughTheTopicsSeen) {

@@ -62,11 +62,13 @@ TEST_F(VentanaMenuTest, ClosingItLeavesItAmongTheMinimizedWindows) {
 }
 
 TEST_F(VentanaMenuTest, ItIsWholeInEveryLook) {
-    prueba::CompruebaAspectos([this] {
-        auto otra = std::make_unique<VentanaMenu>(menu.Menu());
-        otra->show();
-        return otra;
-    });
+    prueba::CompruebaAspectos(
+        [this] {
+            auto otra = std::make_unique<VentanaMenu>(menu.Menu());
+            otra->show();
+            return otra;
+        },
+        {}, prueba::Letras::LasQueHaya);
 }
 
 }  // namespace

@@ -15,6 +15,7 @@
 #include <map>
 
 #include "fakes/Letras.h"
+#include "fakes/Teclado.h"
 #include "settings/pagina/Colores.h"
 
 namespace ondalis::prueba {
@@ -96,18 +97,60 @@ inline void CompruebaOrdenDeLectura(const QWidget &parte) {
     EXPECT_LE(vueltas, 1) << cuales;
 }
 
-// Each letter leads to one control.
+// What a user reaches by its caption: a button, or what a label stands beside.
+inline bool TieneLetra(const QWidget *uno) {
+    const auto *etiqueta = qobject_cast<const QLabel *>(uno);
+    return etiqueta ? etiqueta->buddy() != nullptr : EsAlguno<QAbstractButton>(uno);
+}
+inline QKeySequence LetraDe(const QWidget *uno) {
+    if (const auto *boton = qobject_cast<const QAbstractButton *>(uno)) return boton->shortcut();
+    return QKeySequence::mnemonic(uno->property("text").toString());
+}
+
+// Each letter leads to one control, and none is heard.
 inline void CompruebaMnemonicos(const QWidget &ventana) {
     std::map<QString, std::string> usados;
     for (const QWidget *uno : ventana.findChildren<QWidget *>()) {
-        const auto *etiqueta = qobject_cast<const QLabel *>(uno);
-        if (!uno->isVisible() || !(qobject_cast<const QAbstractButton *>(uno) || (etiqueta && etiqueta->buddy())))
-            continue;
-        const QString letra = QKeySequence::mnemonic(uno->property("text").toString()).toString();
+        EXPECT_FALSE(uno->accessibleName().contains(QLatin1Char('&'))) << Llamado(uno);
+        EXPECT_FALSE(uno->accessibleDescription().contains(QLatin1Char('&'))) << Llamado(uno);
+        if (!uno->isVisible() || !TieneLetra(uno)) continue;
+        const QString letra = LetraDe(uno).toString();
         if (letra.isEmpty()) continue;
         const auto [otro, nuevo] = usados.emplace(letra, Llamado(uno));
         EXPECT_TRUE(nuevo) << letra.toStdString() << ": " << otro->second << " and " << Llamado(uno);
     }
+}
+
+// It only says what always is so.
+inline constexpr const char *kSiempreApagada = "CheckPausas";
+
+// Each control with a caption has a letter, and Alt with it leads there: the focus comes, and a button goes down.
+inline void CompruebaLetrasPulsadas(QWidget &ventana) {
+    QApplication::setActiveWindow(&ventana);
+    for (QWidget *uno : ventana.findChildren<QWidget *>()) {
+        if (uno->isVisible()) uno->setEnabled(true);
+        uno->blockSignals(true);  // it is where the letter leads that counts, not what is done there
+    }
+    int pulsadas = 0;
+    for (QWidget *uno : ventana.findChildren<QWidget *>()) {
+        if (!uno->isVisible() || !TieneLetra(uno)) continue;
+        const auto *etiqueta = qobject_cast<const QLabel *>(uno);
+        auto *boton = qobject_cast<QAbstractButton *>(uno);
+        QWidget *destino = etiqueta ? etiqueta->buddy() : uno;
+        if (!destino->isVisible() || uno->objectName() == QLatin1String(kSiempreApagada)) continue;
+        const QKeySequence letra = LetraDe(uno);
+        EXPECT_FALSE(letra.isEmpty()) << Llamado(uno) << " has no letter";
+        if (letra.isEmpty()) continue;
+        EXPECT_LE(letra[0].key(), Qt::Key_Z) << Llamado(uno) << ": no key of its own on every keyboard";
+        if (QWidget *foco = ventana.focusWidget()) foco->clearFocus();
+        PulsaAtajo(ventana, letra[0].key(), Qt::AltModifier);
+        const std::string cual = letra.toString().toStdString() + ", " + Llamado(uno);
+        // What only acts does so without taking the focus from where it is.
+        EXPECT_TRUE((boton && !boton->isCheckable()) || ventana.focusWidget() == destino) << cual;
+        EXPECT_TRUE(!boton || boton->isDown()) << cual;
+        ++pulsadas;
+    }
+    EXPECT_GT(pulsadas, 2);
 }
 
 // The strongest contrast painted inside each enabled text, judged against `minimo`.
@@ -134,9 +177,14 @@ inline void CompruebaQueSeLee(QWidget &ventana, double minimo) {
     EXPECT_GT(textos, 2);
 }
 
+// Whether every control with a caption is to have a letter, or whether the window has few buttons or takes its captions
+// from elsewhere.
+enum class Letras { Todas, LasQueHaya };
+
 // `crea` makes the window and shows it as the program does; `parte` names what Tab is to go through in reading order
 // (empty: the whole window).
-inline void CompruebaAspectos(const std::function<std::unique_ptr<QWidget>()> &crea, const QString &parte = {}) {
+inline void CompruebaAspectos(const std::function<std::unique_ptr<QWidget>()> &crea, const QString &parte = {},
+                              Letras letras = Letras::Todas) {
     CompruebaLetras(crea);
     const QFont antes = QApplication::font();
     const QPalette paleta = QApplication::palette();
@@ -159,6 +207,7 @@ inline void CompruebaAspectos(const std::function<std::unique_ptr<QWidget>()> &c
     }
     QApplication::setFont(antes);
     QApplication::setPalette(paleta);
+    if (letras == Letras::Todas) CompruebaLetrasPulsadas(*crea());
 }
 
 }  // namespace ondalis::prueba

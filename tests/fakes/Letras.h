@@ -17,6 +17,8 @@
 
 namespace ondalis::prueba {
 
+inline constexpr QSize kMarcoVentana{20, 60};  // logical pixels that frame and panels take of the screen
+
 // Labels, buttons, check boxes and lists of `padre` have at least the size that their texts ask for.
 inline void CompruebaTextosEnteros(const QWidget &padre, int puntos) {
     int vistos = 0;
@@ -51,6 +53,21 @@ inline void CompruebaQueCabe(const QWidget &ventana, int puntos) {
     }
 }
 
+// What the screen has room for is shown whole, without a bar; nothing goes sideways with a letter of up to 18 points on
+// a screen of 1024 pixels' width.
+inline void CompruebaQueNadaSobra(const QWidget &ventana, int puntos) {
+    constexpr int kLetraGrande = 18, kPantallaChica = 1024;
+    const QSize pantalla = ventana.screen()->availableSize();
+    const QSize entera = ventana.sizeHint() + kMarcoVentana;
+    const bool cabe = entera.boundedTo(pantalla) == entera;
+    for (const QScrollArea *area : ventana.findChildren<QScrollArea *>()) {
+        if (!area->isVisible() || !area->widget()) continue;
+        const bool sinLado = puntos <= kLetraGrande && pantalla.width() >= kPantallaChica;
+        EXPECT_TRUE(!sinLado || area->horizontalScrollBar()->maximum() == 0) << puntos << " points, sideways";
+        EXPECT_TRUE(!cabe || area->verticalScrollBar()->maximum() == 0) << puntos << " points";
+    }
+}
+
 // `crea` makes the window and shows it as the program does. With every letter from 9 to 24 points, in the program's
 // style.
 inline void CompruebaLetras(const std::function<std::unique_ptr<QWidget>()> &crea) {
@@ -65,6 +82,7 @@ inline void CompruebaLetras(const std::function<std::unique_ptr<QWidget>()> &cre
         QCoreApplication::processEvents();
         CompruebaTextosEnteros(*ventana, puntos);
         CompruebaQueCabe(*ventana, puntos);
+        CompruebaQueNadaSobra(*ventana, puntos);
     }
     QApplication::setFont(antes);
 }

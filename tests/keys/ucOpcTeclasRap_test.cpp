@@ -11,14 +11,15 @@
 #include <QLayout>
 #include <QSlider>
 
-#include "desktop/Principal.h"
 #include "fakes/Aspectos.h"
+#include "fakes/EnVentana.h"
 #include "fakes/EstadoDiseno.h"
 #include "fakes/MensajesGuion.h"
 #include "fakes/PrioridadFalsa.h"
 #include "fakes/RegistroPropio.h"
 #include "fakes/TeclasFalsas.h"
 #include "keys/EstableceTeclas.h"
+#include "settings/pagina/Rotulos.h"
 #include "settings/pagina/cCajaNumero.h"
 
 namespace ondalis::prueba {
@@ -115,7 +116,7 @@ TEST_F(ucOpcTeclasRapTest, TheLabelsAreTheGivenOnesAndLeadToTheirControls) {
     comprueba("Retroceder palabras", "ModRetroceder");
     comprueba("Nº de palabras", "SaltoAvanzar");
     comprueba("Nº de palabras", "SaltoRetroceder");
-    EXPECT_EQ(pagina.findChild<QCheckBox *>("CheckAvisos")->text(), "Avisar al pulsar teclas sin efecto");
+    EXPECT_EQ(SinMarca(pagina.findChild<QCheckBox *>("CheckAvisos")->text()), "Avisar al pulsar teclas sin efecto");
     const auto *marco = pagina.findChild<QGroupBox *>("FrameAvRe");
     for (const char *suyo : {"ModAvanzar", "TeclaAvanzar", "SaltoAvanzar", "ValorAvanzar", "ModRetroceder",
                              "TeclaRetroceder", "SaltoRetroceder", "ValorRetroceder"})
@@ -325,14 +326,8 @@ TEST_F(ucOpcTeclasRapTest, EveryControlHasANameOfItsOwn) {
 }
 
 TEST_F(ucOpcTeclasRapTest, InTheWindowItIsWholeInEveryLook) {
-    CompruebaAspectos(
-        [&] {
-            auto ventana = std::make_unique<Principal>(r.Registro(), r.Log(), Principal::Acciones{});
-            ventana->PonPagina(Pagina::TeclasRap, new ucOpcTeclasRap(opciones, tecla, general));
-            ventana->Muestra();
-            return ventana;
-        },
-        QStringLiteral("FrameTeclasRap"));
+    CompruebaAspectos([&] { return EnVentana(r, Pagina::TeclasRap, new ucOpcTeclasRap(opciones, tecla, general)); },
+                      QStringLiteral("FrameTeclasRap"));
 }
 
 }  // namespace

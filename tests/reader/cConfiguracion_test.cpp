@@ -35,6 +35,7 @@ class PaginaDiario : public PaginaConfiguracion {
 public:
     PaginaDiario(Diario &diario, QString nombre) : m_diario(diario), m_nombre(std::move(nombre)) {}
     void EstableceValores() override { m_diario.Anota(m_nombre + ".Establece"); }
+    void EstableceCambiados() override { m_diario.Anota(m_nombre + ".Cambiados"); }
     void TerminaEdicion() override { m_diario.Anota(m_nombre + ".Termina"); }
     void GuardaValores() override {
         m_diario.Anota(m_nombre + ".Guarda");
@@ -93,6 +94,16 @@ TEST_F(ConfiguracionTest, OpenedAgainWhileItIsVisibleItOnlyComesToTheFront) {
     vista.modal = true;  // a window of one of its pages
     configuracion.Opciones_Click();
     EXPECT_EQ(diario.Todo(), Lineas{"vista.TraeAlFrente"});
+}
+
+TEST_F(ConfiguracionTest, WhatIsAcceptedElsewhereGoesToThePagesOfAnOpenWindowOnly) {
+    configuracion.AceptadoFuera();
+    EXPECT_EQ(diario.Todo(), Lineas{});
+    configuracion.Opciones_Click();
+    diario.Olvida();
+    configuracion.AceptadoFuera();
+    EXPECT_EQ(diario.Todo(), (Lineas{"general.Cambiados", "voces.Cambiados", "tipo.Cambiados", "grabar.Cambiados",
+                                     "diccionario.Cambiados", "teclas.Cambiados"}));
 }
 
 TEST_F(ConfiguracionTest, BehindAModalWindowItCannotBeShown) {

@@ -10,11 +10,12 @@
 #include <QSlider>
 #include <QWheelEvent>
 
-#include "desktop/Principal.h"
 #include "fakes/Aspectos.h"
+#include "fakes/EnVentana.h"
 #include "fakes/EstadoDiseno.h"
 #include "fakes/PaletaOscura.h"
 #include "reader/PruebaVoz.h"
+#include "settings/pagina/Rotulos.h"
 #include "settings/pagina/cCajaNumero.h"
 
 namespace ondalis::prueba {
@@ -210,6 +211,18 @@ TEST_F(PaginaVozTest, AHotKeysSpeedIsShownUnlessAnotherFamilyIsOnScreen) {
     EXPECT_EQ(pagina.ScrollVelocidadValue(), 10);
 }
 
+TEST_F(PaginaVozTest, AVoiceAcceptedElsewhereIsShownAndWithoutOneTheEditsStay) {
+    pagina.EstableceValores();
+    De<QSlider>("ScrollVelocidad")->setValue(300);
+    pagina.EstableceCambiados();
+    EXPECT_EQ(De<QSlider>("ScrollVelocidad")->value(), 300);
+    ASSERT_TRUE(opcVoz.CambiaVoz("IBM", "Pilar"));
+    pagina.EstableceCambiados();
+    EXPECT_EQ(De<QComboBox>("ComboVoces")->currentText(), "Pilar");
+    pagina.GuardaValores();
+    EXPECT_EQ(opcVoz.VozActiva(), "Pilar");
+}
+
 TEST_F(PaginaVozTest, TheButtonSpeaksWithWhatIsOnScreenAndAcceptsNothing) {
     EligeVoz("Pilar");
     Barra("ScrollVelocidad")->setValue(320);
@@ -255,10 +268,10 @@ TEST_F(PaginaVozTest, EveryTextCanBeReadOnADarkDesktop) {
 }
 
 TEST_F(PaginaVozTest, TheCaptionsAreTheGivenOnesAndNoTwoControlsHaveTheSameName) {
-    EXPECT_EQ(De<QCheckBox>("CheckAvanzados")->text(), "Utilizar valores avanzados");
-    EXPECT_EQ(De<QPushButton>("Probar")->text(), "Probar Voz");
+    EXPECT_EQ(SinMarca(De<QCheckBox>("CheckAvanzados")->text()), "Utilizar valores avanzados");
+    EXPECT_EQ(SinMarca(De<QPushButton>("Probar")->text()), "Probar Voz");
     QStringList rotulos, nombres;
-    for (const QLabel *uno : pagina.findChildren<QLabel *>()) rotulos << uno->text();
+    for (const QLabel *uno : pagina.findChildren<QLabel *>()) rotulos << SinMarca(uno->text());
     for (const char *uno :
          {"Fabricante", "Nombre", "Velocidad", "Volumen", "Tono", "Fluctuación", "Aspereza", "Diafonía", "Tam. cabeza"})
         EXPECT_EQ(rotulos.count(QString::fromUtf8(uno)), 1) << uno;
@@ -273,15 +286,12 @@ TEST_F(PaginaVozTest, InTheWindowItIsWholeInEveryLook) {
     opcVoz.SetValoresAvanzados(true);
     CompruebaAspectos(
         [&] {
-            auto ventana = std::make_unique<Principal>(almacen.Registro(), almacen.Log(), Principal::Acciones{});
-            ventana->PonPagina(
-                Pagina::Voces,
+            return EnVentana(
+                almacen, Pagina::Voces,
                 new ucOpcVoz(
                     {.opciones = opcVoz, .voces = voces, .general = general, .prueba = prueba, .velocidadConSuper = [] {
                          return true;
                      }}));
-            ventana->Muestra();
-            return ventana;
         },
         QStringLiteral("FrameVoces"));
 }

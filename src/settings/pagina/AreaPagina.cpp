@@ -4,12 +4,21 @@
 #include <QScreen>
 #include <QStyle>
 #include <algorithm>
+#include <cmath>
 
 namespace ondalis {
 
 namespace {
 constexpr QSize kHolgura{20, 60};  // logical pixels, for the frame and the desktop's panels
+
+// Where a logical pixel isn't a whole number of the screen's, a size comes back from the window manager up to one pixel
+// shorter (seen with Qt 6.4), and the whole contents would scroll for it.
+QSize Redondeo(const QWidget &ventana) {
+    const qreal escala = ventana.devicePixelRatioF();
+    return escala == std::floor(escala) ? QSize(0, 0) : QSize(1, 1);
 }
+
+}  // namespace
 
 AreaPagina::AreaPagina(QWidget *pagina, int altoMinimo) : m_altoMinimo(altoMinimo) {
     setWidgetResizable(true);
@@ -30,7 +39,7 @@ QSize AreaPagina::minimumSizeHint() const {
 }
 
 void AjustaAPantalla(QWidget &ventana) {
-    const QSize entera = ventana.sizeHint();
+    const QSize entera = ventana.sizeHint() + Redondeo(ventana);
     const QSize cabe = ventana.screen()->availableSize() - kHolgura;
     const int barra = ventana.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
     QSize tamano = entera;

@@ -3,12 +3,14 @@
 #include <QBoxLayout>
 #include <QCheckBox>
 
+#include "settings/pagina/Rotulos.h"
+
 namespace ondalis {
 
 QCheckBox *Casilla(const char *nombre, const QString &rotulo, bool marcada) {
     auto *casilla = new QCheckBox(rotulo);
     casilla->setObjectName(QLatin1String(nombre));
-    casilla->setAccessibleName(rotulo);
+    casilla->setAccessibleName(SinMarca(rotulo));
     casilla->setChecked(marcada);
     return casilla;
 }
@@ -17,7 +19,10 @@ CasillaConEnlace PonCasillaConEnlace(QBoxLayout &columna, const char *nombre, co
                                      const QString &rotulo, const QString &accesible, bool marcada) {
     QCheckBox *casilla = Casilla(nombre, rotulo, marcada);
     casilla->setText(QString());  // the link shows it
-    auto *enlace = new cEnlace(nombreEnlace, rotulo, accesible);
+    casilla->setShortcut(QKeySequence::mnemonic(rotulo));
+    const qsizetype letra = rotulo.indexOf(QLatin1Char('&'));
+    auto *enlace = new cEnlace(nombreEnlace, QString(rotulo).remove(letra, 1), accesible);
+    enlace->SubrayaTambien(letra);
     auto *fila = new QHBoxLayout;
     fila->setSpacing(0);
     fila->addWidget(casilla);

@@ -9,6 +9,7 @@
 
 #include "settings/pagina/AreaPagina.h"
 #include "settings/pagina/EnlaceControles.h"
+#include "settings/pagina/Rotulos.h"
 
 namespace ondalis {
 
@@ -34,10 +35,10 @@ DialogoOpciones::DialogoOpciones(const char *nombre, const QString &titulo, cons
     m_cuerpo->setContentsMargins(0, 0, 0, 0);
     auto *pie = new QHBoxLayout;
     pie->addStretch();
-    m_aceptar = Boton("Aceptar", QStringLiteral("Aceptar"), [this] { Aceptar_Click(); });
+    m_aceptar = Boton("Aceptar", QStringLiteral("&Aceptar"), [this] { Aceptar_Click(); });
     m_aceptar->setDefault(true);
-    m_cancelar = Boton("Cancelar", QStringLiteral("Cancelar"), [this] { reject(); });
-    m_ayuda = Boton("Ayuda", QStringLiteral("Ayuda"), [this] { Ayuda_Click(); });
+    m_cancelar = Boton("Cancelar", QStringLiteral("&Cancelar"), [this] { reject(); });
+    m_ayuda = Boton("Ayuda", QStringLiteral("A&yuda"), [this] { Ayuda_Click(); });
     for (QPushButton *uno : {m_aceptar, m_cancelar, m_ayuda}) pie->addWidget(uno);
     auto *todo = new QVBoxLayout(this);
     auto *area = new AreaPagina(contenido, 0);
@@ -52,7 +53,7 @@ DialogoOpciones::DialogoOpciones(const char *nombre, const QString &titulo, cons
 QPushButton *DialogoOpciones::Boton(const char *nombre, const QString &rotulo, const std::function<void()> &accion) {
     auto *boton = new QPushButton(rotulo, this);
     boton->setObjectName(QLatin1String(nombre));
-    boton->setAccessibleName(rotulo);
+    boton->setAccessibleName(SinMarca(rotulo));
     connect(boton, &QPushButton::clicked, this, accion);
     return boton;
 }

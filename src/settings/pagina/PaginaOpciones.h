@@ -8,6 +8,7 @@
 #pragma once
 
 #include <QWidget>
+#include <map>
 
 #include "settings/PaginaConfiguracion.h"
 #include "settings/TablaOpciones.h"
@@ -24,6 +25,7 @@ public:
     virtual void SetTags();
     // Every tag to its control, in the table's order, then Habilita.
     void EstableceValores() override;
+    void EstableceCambiados() override;
     void TerminaEdicion() override;
     // SetTags, then Salva.
     void GuardaValores() override;
@@ -33,11 +35,16 @@ protected:
     virtual void Salva() = 0;
     // Enables and shows the controls by the others' present state.
     virtual void Habilita() {}
+    // Whether the row's accepted value is another one than when the page was last shown or stored.
+    bool AceptadoFuera(const char *nombre) const;
     // The control of a row; null: the page has none of that name.
     QWidget *Control(const char *nombre) const;
 
 private:
+    void Recuerda();
+
     TablaOpciones *m_opciones;
+    std::map<QString, QString> m_vistos;  // accepted values by control, as the page last had them
 };
 
 }  // namespace ondalis

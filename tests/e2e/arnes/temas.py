@@ -39,7 +39,8 @@ class Aspecto:
 
 # The first one is that of the documents. The last ones: a large letter, on the smallest screen that is to be expected.
 ASPECTOS = (
-    Aspecto(), Aspecto('oscuro'), Aspecto('contraste'), Aspecto(puntos=144),
+    Aspecto(), Aspecto('oscuro'), Aspecto('contraste'),
+    Aspecto(puntos=144), Aspecto('oscuro', 144), Aspecto('contraste', 144),
     Aspecto(puntos=192), Aspecto('oscuro', 192), Aspecto('contraste', 192),
     Aspecto(letra=18, pantalla=(1024, 768)), Aspecto('contraste', letra=18, pantalla=(1024, 768)),
 )

@@ -176,6 +176,55 @@ def las_paginas_de_diccionario_y_de_teclas_tienen_nombres_y_se_recorren_con_el_t
     _recorre_paginas(REPARTO[2])
 
 
+def _sin_barras(o, titulo):
+    """Nothing of the window scrolls. The list of keys is longer than is shown on any screen."""
+    o.espera_activa(titulo)
+    barras = [n for n in nodos(o.ventana(titulo)) if n['rol'] == 'scroll bar' and 'showing' in n['estados']]
+    assert not barras or titulo == 'Teclas que inician la lectura', f'{titulo}: {barras}'
+
+
+@caso
+def a_120_y_a_144_puntos_ninguna_pagina_y_ningun_dialogo_tiene_barras():
+    for puntos in (120, 144):
+        with Lectora(TODO, arranca=False, tamano=f'{puntos * 40 // 3}x{puntos * 25 // 3}') as b:
+            b.escritorio.entorno['QT_SCALE_FACTOR'] = str(puntos / 96)
+            b.arranca_lector()
+            _doble_click(b)
+            for rotulo, boton, titulo in (
+                    ('General', 'Elegir los sonidos de aviso', 'Sonidos de aviso'),
+                    ('Voces', None, None),
+                    ('Tipo lectura', 'Elegir qué se hace con los editores de texto', 'Editores de texto'),
+                    ('Grabar', None, None), ('Teclas rápidas', None, None)):
+                b.oyente.espera_activa(TITULO)
+                _pagina(b, rotulo)
+                _sin_barras(b.oyente, TITULO)
+                if boton:
+                    _abre_para_ver(b, boton)
+                    _sin_barras(b.oyente, titulo)
+                    b.tecla('Escape')
+
+
+@caso
+def cada_letra_subrayada_lleva_con_alt_a_su_control():
+    """On the desktop as it is: also from a box that is typed in, and on the page that is shown, not on another one."""
+    with Lectora(TODO) as b:
+        _doble_click(b)
+        b.oyente.espera_activa(TITULO)
+        for rotulo, letras in (('Voces', (('v', 'Velocidad'), ('t', 'Tono'), ('l', 'Volumen'))),
+                               ('Tipo lectura', (('t', 'No leer texto inferior a, caracteres'),)),
+                               ('Grabar', (('f', 'Fichero de audio'),)),
+                               ('Diccionario', (('t', 'Texto'), ('n', 'Conversión'))),
+                               ('Teclas rápidas', (('n', 'Nº de palabras al avanzar'),
+                                                   ('l', 'Nº de palabras al retroceder')))):
+            _pagina(b, rotulo)
+            for letra, nombre in letras:
+                focos = b.oyente.pulsa(b.tecla, 'alt+' + letra)
+                assert focos and focos[-1][0] == nombre, (rotulo, letra, focos)
+            assert not [n for n in nodos(b.oyente.ventana(TITULO)) if '&' in n['nombre'] + n['descripcion']]
+        b.tecla('alt+c')
+        espera(lambda: TITULO not in b.titulos(), 10, que='the window to be cancelled')
+
+
 @caso
 def el_menu_la_ayuda_y_acerca_de_tienen_nombres_y_se_recorren_con_el_teclado():
     with Lectora() as b:

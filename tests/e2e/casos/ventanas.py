@@ -1,4 +1,5 @@
 """The windows round the reader: magnifier, help, about box, read-me file. Judged by the screen's pixels."""
+import contextlib
 import os
 import time
 
@@ -37,10 +38,10 @@ def _dibujo(alto, ancho):
     return numpy.stack([x % 256, y % 256, (x // 256) * 16 + y // 256], axis=-1).astype(numpy.uint8)
 
 
-def _cubre_fondo(b):
-    dibujo = _dibujo(800, 1280)
-    ceros = numpy.zeros((800, 1280, 1), numpy.uint8)
-    b.escritorio.equis.pinta_fondo(1280, 800, numpy.concatenate([dibujo[..., ::-1], ceros], axis=-1).tobytes())
+def _cubre_fondo(b, ancho=1280):
+    dibujo = _dibujo(800, ancho)
+    ceros = numpy.zeros((800, ancho, 1), numpy.uint8)
+    b.escritorio.equis.pinta_fondo(ancho, 800, numpy.concatenate([dibujo[..., ::-1], ceros], axis=-1).tobytes())
     espera(lambda: (_pixeles(b)[100, 50] == dibujo[100, 50]).all(), 10, que='the background')
     return dibujo
 
@@ -77,14 +78,15 @@ def _retrata(b, nombre):
 def _comprueba_lupa(b, fondo, x, y, lupa):
     """Every pixel of the magnifier but those near the pointer's picture shows what is on the screen, twice as large."""
     _, lx, ly, ancho, alto = lupa
+    pantalla = fondo.shape[1]
     j, i = numpy.mgrid[0:alto, 0:ancho]
     sx, sy = x - ancho // 4 + i // 2, y - alto // 4 + j // 2
-    dentro = (sx >= 0) & (sx < 1280) & (sy >= 0) & (sy < 760)  # the tray's panel is below
+    dentro = (sx >= 0) & (sx < pantalla) & (sy >= 0) & (sy < 760)  # the tray's panel is below
     tapado = (abs(i - ancho // 2) < 70) & (abs(j - alto // 2) < 70)
     comparable = dentro & ~tapado
     esperado = numpy.zeros((alto, ancho, 3), numpy.uint8)
     esperado[comparable] = fondo[sy[comparable], sx[comparable]]
-    fuera = (sx < 0) | (sx >= 1280) | (sy < 0) | (sy >= 800)
+    fuera = (sx < 0) | (sx >= pantalla) | (sy < 0) | (sy >= 800)
 
     def igual():
         visto = _pixeles(b)[ly:ly + alto, lx:lx + ancho]
@@ -112,6 +114,66 @@ def la_lupa_muestra_al_doble_lo_que_rodea_al_puntero():
         espera(lambda: _ventana(b, 'Ondalis')[3] == 600, 5, que='the wider window')
         _mueve(b, 250, 200)
         _comprueba_lupa(b, fondo, 250, 200, _ventana(b, 'Ondalis'))
+
+
+@contextlib.contextmanager
+def _dos_monitores(**ajustes):
+    """A bench without the reader yet, whose screen of 2080x800 is seen as two monitors: one of 800x600 on the left, and
+    a higher one of 1280x800. Over the first one there is nothing."""
+    with Banco(ajustes={'General': {'VerLupa': 'False'}} | ajustes, arranca=False, tamano='2080x800') as b:
+        for monitor in (('uno', '800/211x600/158+0+200', 'screen'), ('dos', '1280/338x800/211+800+0', 'none')):
+            b.escritorio.procesos.corre(['xrandr', '--setmonitor', *monitor])
+        monitores = b.escritorio.procesos.corre(['xrandr', '--listmonitors']).decode()
+        assert 'Monitors: 2' in monitores, monitores
+        # The tray's host follows the monitors.
+        espera(lambda: b.escritorio.equis.hay_dueno('_NET_SYSTEM_TRAY_S0'), 10, que='the tray')
+        yield b
+
+
+@caso
+def la_lupa_muestra_lo_que_hay_a_los_dos_lados_de_la_frontera_entre_monitores():
+    lupa = {f'{lado}Lupa': v * 15 for lado, v in (('Left', 1500), ('Top', 300), ('Width', 400), ('Height', 300))}
+    with _dos_monitores(General={'VerLupa': 'True'}, Ventana=lupa) as b:
+        fondo = _cubre_fondo(b, 2080)
+        _mueve(b, 700, 500)
+        b.arranca_lector()
+        lupa = _espera_ventana(b, 'Ondalis')
+        assert lupa[3:] == (400, 300), lupa
+        for x, y in ((799, 500), (800, 500), (840, 230), (760, 400), (2079, 100)):
+            _mueve(b, x, y)
+            _comprueba_lupa(b, fondo, x, y, lupa)
+        _retrata(b, 'lupa-frontera')
+
+
+def _sitio(left, top):
+    return {'LeftPrincipal': left * 15, 'TopPrincipal': top * 15}
+
+
+def _monitor_de(ventana):
+    """The one that shows the whole inside of the window, or None."""
+    _, x, y, ancho, alto = ventana
+    for nombre, mx, my, mancho, malto in (('uno', 0, 200, 800, 600), ('dos', 800, 0, 1280, 800)):
+        if mx <= x and my <= y and x + ancho <= mx + mancho and y + alto <= my + malto:
+            return nombre
+    return None
+
+
+@caso
+def en_dos_monitores_la_configuracion_se_abre_entera_en_uno_y_vuelve_a_donde_se_dejo():
+    for guardado, monitor, lugar in (({}, 'dos', None), (_sitio(60, 210), 'uno', (60, 210)),
+                                     (_sitio(900, 40), 'dos', (900, 40)),
+                                     (_sitio(300, 60), 'uno', None)):  # over the first monitor, where nothing is seen
+        with _dos_monitores(Ventana=guardado) as b:
+            b.arranca_lector()
+            _abre_menu(b)
+            for tecla in ('Up', 'Up', 'Up', 'Return'):  # over "Salir" and "Ayuda": the windows that are there
+                b.tecla(tecla)
+                time.sleep(0.1)
+            ventana = _espera_ventana(b, 'Configuración Ondalis')
+            assert _monitor_de(ventana) == monitor, (guardado, ventana)
+            # The place is that of the frame.
+            assert lugar is None or max(abs(ventana[1] - lugar[0]), abs(ventana[2] - lugar[1])) < 30, (guardado, ventana)
+            print(f'kept {guardado or "nothing"}: {ventana[1:]}, monitor {monitor}')
 
 
 @caso

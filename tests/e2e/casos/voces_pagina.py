@@ -37,6 +37,11 @@ def _espera_asistente(b):
     time.sleep(0.3)  # painted
 
 
+def _activa_asistente(b):
+    b.escritorio.procesos.corre(['xdotool', 'search', '--name', f'^{ASISTENTE}$', 'windowactivate'])
+    _espera_asistente(b)
+
+
 @caso
 def la_voz_y_la_velocidad_elegidas_con_el_teclado_se_prueban_y_se_leen():
     with Banco(ajustes=FRESCA) as b:
@@ -102,6 +107,29 @@ def el_asistente_del_primer_arranque_se_recorre_con_el_teclado_y_guarda_lo_elegi
         b.arranca_lector()
         time.sleep(0.5)
         assert _ventana(b, ASISTENTE) is None
+
+
+@caso
+def la_configuracion_abierta_tras_el_asistente_ensena_lo_que_este_acepta():
+    """Accepted behind it, with an edit of its own, it puts nothing back."""
+    with Banco(ajustes=PRIMER_ARRANQUE) as b:
+        _espera_asistente(b)
+        _doble_click(b)
+        _espera_abierta(b)
+        _teclea(b, 'alt+m')  # "Mostrar ventana de aumento de pantalla", not accepted yet
+        _activa_asistente(b)
+        _teclea(b, 'alt+s', 'alt+t', 'alt+s', 'alt+o', 'Down', 'alt+s', 'alt+d', 'Down', 'alt+s', 'alt+f')
+        _espera_sin(b, ASISTENTE)
+        espera(lambda: b.ajuste('TipoLectura', 'LeeTeclado') == 'True', 5, que='the assistant to be accepted')
+        assert b.ajuste('General', 'VerLupa') in (None, 'False')
+        b.escritorio.procesos.corre(['xdotool', 'search', '--name', f'^{TITULO}$', 'windowactivate'])
+        espera(lambda: _activa(b) == TITULO, 10, que='the configuration to have the keyboard')
+        _teclea(b, 'alt+a')
+        _espera_sin(b, TITULO)
+        espera(lambda: b.ajuste('General', 'VerLupa') == 'True', 5, que='the configuration to be accepted')
+        assert b.ajuste('TipoLectura', 'LeeTeclado') == 'True'
+        assert b.ajuste('Voz', 'VozActiva') == 'Pilar', b.ajuste('Voz', 'VozActiva')
+        assert b.ajuste('Teclas', 'ModDetener') == '1', b.ajuste('Teclas', 'ModDetener')
 
 
 @caso

@@ -14,6 +14,7 @@
 #include "reader/DeslizadorSalto.h"
 #include "reader/EditoresTexto.h"
 #include "settings/SonidosAviso.h"
+#include "settings/pagina/Rotulos.h"
 
 namespace ondalis::prueba {
 namespace {
@@ -53,18 +54,18 @@ TEST_F(DialogosPequenosTest, TheDesignStateEqualsTheTable) {
 
 TEST_F(DialogosPequenosTest, TheTextsAreTheGivenOnes) {
     EXPECT_EQ(sonidos.windowTitle(), "Sonidos de aviso");
-    EXPECT_EQ(Casilla(sonidos, "CheckAvisosGenerales").text(), "En avisos generales");
-    EXPECT_EQ(Casilla(sonidos, "CheckActivarDesactivar").text(), "Al activar y desactivar");
-    EXPECT_EQ(Casilla(sonidos, "CheckPortapapeles").text(), "Al leer el Portapapeles");
-    EXPECT_EQ(Casilla(sonidos, "CheckLeeTeclado").text(), "Al leer el texto tecleado");
+    EXPECT_EQ(SinMarca(Casilla(sonidos, "CheckAvisosGenerales").text()), "En avisos generales");
+    EXPECT_EQ(SinMarca(Casilla(sonidos, "CheckActivarDesactivar").text()), "Al activar y desactivar");
+    EXPECT_EQ(SinMarca(Casilla(sonidos, "CheckPortapapeles").text()), "Al leer el Portapapeles");
+    EXPECT_EQ(SinMarca(Casilla(sonidos, "CheckLeeTeclado").text()), "Al leer el texto tecleado");
     EXPECT_EQ(editores.windowTitle(), "Editores de texto");
-    EXPECT_EQ(Casilla(editores, "LocalizaPalabrasWord").text(), "Localizar cada palabra leída");
-    EXPECT_EQ(Casilla(editores, "LocalizaParadaWord").text(), "Localizar texto al parar la lectura");
-    EXPECT_EQ(Casilla(editores, "SeleccionaWord").text(), "Seleccionar palabra al localizar texto");
-    EXPECT_EQ(De<QLabel>(editores, "EtiqSalto").text(), "Localización relativa en pausas manuales");
+    EXPECT_EQ(SinMarca(Casilla(editores, "LocalizaPalabrasWord").text()), "Localizar cada palabra leída");
+    EXPECT_EQ(SinMarca(Casilla(editores, "LocalizaParadaWord").text()), "Localizar texto al parar la lectura");
+    EXPECT_EQ(SinMarca(Casilla(editores, "SeleccionaWord").text()), "Seleccionar palabra al localizar texto");
+    EXPECT_EQ(SinMarca(De<QLabel>(editores, "EtiqSalto").text()), "Localización relativa en pausas manuales");
     for (QWidget *uno : {static_cast<QWidget *>(&sonidos), static_cast<QWidget *>(&editores)})
         for (const char *boton : {"Aceptar", "Cancelar", "Ayuda"})
-            EXPECT_EQ(De<QPushButton>(*uno, boton).text(), QLatin1String(boton));
+            EXPECT_EQ(SinMarca(De<QPushButton>(*uno, boton).text()), QLatin1String(boton));
 }
 
 TEST_F(DialogosPequenosTest, ItIsModalOverItsOwnerAndAboveTheOthersFromItsFirstShow) {

@@ -3,9 +3,11 @@
 #include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>
 
-#include "desktop/Principal.h"
+#include <QVBoxLayout>
+
 #include "desktop/cListaOpciones.h"
 #include "fakes/Aspectos.h"
+#include "fakes/EnVentana.h"
 #include "fakes/RegistroPropio.h"
 #include "reader/EditoresTexto.h"
 #include "settings/SonidosAviso.h"
@@ -19,14 +21,8 @@ class LetrasTest : public testing::Test {
 protected:
     // The page in the window, as it is used.
     void Comprueba(Pagina cual, const std::function<PaginaOpciones *()> &crea) {
-        CompruebaAspectos(
-            [&] {
-                auto ventana = std::make_unique<Principal>(r.Registro(), r.Log(), Principal::Acciones{});
-                ventana->PonPagina(cual, crea());
-                ventana->Muestra();
-                return ventana;
-            },
-            QLatin1String(cListaOpciones::Fila(cListaOpciones::Indice(cual)).control));
+        CompruebaAspectos([&] { return EnVentana(r, cual, crea()); },
+                          QLatin1String(cListaOpciones::Fila(cListaOpciones::Indice(cual)).control));
     }
     template <class Dialogo, class Opciones>
     void Comprueba(Opciones &opciones) {
@@ -90,6 +86,30 @@ TEST_F(LetrasTest, TheCheckFindsATextThatIsTooFaint) {
     }
     ventana.show();
     EXPECT_NONFATAL_FAILURE(CompruebaQueSeLee(ventana, 4.5), "Tenue");
+}
+
+TEST_F(LetrasTest, TheCheckFindsACaptionWithoutALetterALetterThatLeadsNowhereAndAMarkThatIsHeard) {
+    QWidget ventana;
+    auto *columna = new QVBoxLayout(&ventana);
+    std::vector<QPushButton *> botones;
+    for (const char *rotulo : {"&Uno", "&Dos", "&Tres", "Cuatro"}) {
+        botones.push_back(new QPushButton(QLatin1String(rotulo)));
+        columna->addWidget(botones.back());
+    }
+    ventana.show();
+    EXPECT_NONFATAL_FAILURE(CompruebaLetrasPulsadas(ventana), "Cuatro\" has no letter");
+    botones[3]->setText(QStringLiteral("&Cuatro"));
+    CompruebaLetrasPulsadas(ventana);
+    auto *etiqueta = new QLabel(QStringLiteral("&Nada"));
+    columna->addWidget(etiqueta);
+    auto *sinFoco = new QWidget;
+    columna->addWidget(sinFoco);
+    etiqueta->setBuddy(sinFoco);
+    QCoreApplication::processEvents();
+    EXPECT_NONFATAL_FAILURE(CompruebaLetrasPulsadas(ventana), "Alt+N");
+    CompruebaMnemonicos(ventana);
+    botones[1]->setAccessibleName(QStringLiteral("&Dos"));
+    EXPECT_NONFATAL_FAILURE(CompruebaMnemonicos(ventana), "Dos");
 }
 
 // What the check would miss, it must first find.

@@ -45,6 +45,28 @@ TEST_F(PaginaOpcionesTest, ShowingTheAcceptedValuesUndoesTheEdits) {
     CompruebaDiseno(pagina, tabla);
 }
 
+TEST_F(PaginaOpcionesTest, WhatIsAcceptedElsewhereIsShownAndTheOtherEditsStay) {
+    pagina.EstableceValores();
+    pagina.salto->SetValor(77);
+    pagina.fichero->setText("/otro.wav");
+    pagina.modo->setCurrentIndex(1);
+    tabla.SetTag("CheckGrabar", "1");
+    tabla.SetTag("ModPausa", "2");
+    pagina.EstableceCambiados();
+    EXPECT_TRUE(pagina.grabar->isChecked());
+    EXPECT_TRUE(pagina.fichero->isEnabled());
+    EXPECT_EQ(pagina.modo->currentIndex(), 2);
+    EXPECT_EQ(pagina.salto->Valor(), 77);
+    EXPECT_EQ(pagina.fichero->text(), "/otro.wav");
+    pagina.grabar->setChecked(false);
+    pagina.EstableceCambiados();  // shown once, it may be edited again
+    EXPECT_FALSE(pagina.grabar->isChecked());
+    pagina.grabar->setChecked(true);
+    pagina.GuardaValores();
+    EXPECT_EQ(almacen.Lee("Teclas", "ModPausa"), "2");
+    EXPECT_EQ(almacen.Lee("Teclas", "NroPalAvance"), "77");
+}
+
 TEST_F(PaginaOpcionesTest, EveryKindOfControlComesBackAsItWasStored) {
     pagina.fichero->setText("/música/año.wav");
     pagina.anadir->setChecked(true);
