@@ -24,14 +24,31 @@ std::vector<std::uint8_t> Wav(std::uint32_t hercios, std::uint32_t canales, std:
 }
 using Muestras = std::vector<std::int16_t>;
 
-TEST(Onda, ALengthThatLiesLastsToTheEndOfTheBytes) {
-    for (const std::uint32_t largo : {0u, 6u, 0x7FFFF000u, 0xFFFFFFFFu}) {
+TEST(Onda, ALengthThatWasWrittenBeforeTheSoundLastsToTheEndOfTheBytes) {
+    for (const std::uint32_t largo : {0u, 6u, 0x7FFFF000u, 0x7FFFEFDCu, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu}) {
         const Onda onda = LeeWav(Wav(22050, 1, 16, largo, {1, -2, 3}));
         EXPECT_EQ(onda.fallo, "");
         EXPECT_EQ(onda.hercios, 22050u);
         EXPECT_EQ(onda.muestras, (Muestras{1, -2, 3}));
     }
     EXPECT_EQ(LeeWav(Wav(22050, 1, 16, 4, {1, -2, 3})).muestras, (Muestras{1, -2}));
+}
+
+TEST(Onda, AFileThatEndsBeforeItsDataDoesIsRefused) {
+    const std::vector<int> segundo(22050, 7);
+    const auto entero = Wav(22050, 1, 16, 44100, segundo);
+    EXPECT_EQ(LeeWav(entero).muestras.size(), 22050u);
+    for (const std::size_t falta : {std::size_t{46}, std::size_t{1000}, std::size_t{44000}, std::size_t{44100}}) {
+        const Onda onda = LeeWav(std::span(entero).first(entero.size() - falta));
+        EXPECT_EQ(onda.fallo, "ha dado un WAV cortado") << falta;
+        EXPECT_TRUE(onda.muestras.empty()) << falta;
+    }
+}
+
+TEST(Onda, ALengthThatCountsTheHeaderAlongIsForgiven) {
+    const Onda onda = LeeWav(Wav(22050, 1, 16, 44 + 6, {1, -2, 3}));
+    EXPECT_EQ(onda.fallo, "");
+    EXPECT_EQ(onda.muestras, (Muestras{1, -2, 3}));
 }
 
 TEST(Onda, OtherChunksAreSkippedAndStereoIsMixedDown) {
