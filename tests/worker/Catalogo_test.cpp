@@ -53,6 +53,20 @@ TEST_F(Catalogo, ABadFileGivesNoVoiceAndHarmsNoOther) {
     EXPECT_EQ(Voces(m_carpeta.Entorno()), (Lista{"bueno|v|40A;C0A"}));
 }
 
+TEST_F(Catalogo, ABadFileIsComplainedOfToWhoAsksForTheVoicesAndNotAgainWhenSpeaking) {
+    m_carpeta.Motor("bueno", m_carpeta.Programa("habla", "cat >/dev/null\nhead -c 1600 /dev/zero\n"),
+                    "formato = crudo\nhercios = 8000\n");
+    m_carpeta.Escribe("m/malo.motor", "[motor]\nbasura\n");
+    testing::internal::CaptureStderr();
+    Voces(m_carpeta.Entorno());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "ondalis-motor: " + m_carpeta.Ruta("m/malo.motor") + ": línea 2: no es «clave = valor»\n");
+    testing::internal::CaptureStderr();
+    const Oido oido = cTrabajador(ONDALIS_MOTOR, m_carpeta.Entorno()).Di(Una({"bueno", "v"}, u"Una frase."));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(oido.pcm.size(), 800u);
+}
+
 TEST_F(Catalogo, OfOneFileNameTheFirstFoldersCounts) {
     m_carpeta.Motor("uno", "/bin/true", "");
     m_carpeta.Escribe("usuario/uno.motor",

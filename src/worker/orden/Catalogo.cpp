@@ -25,10 +25,6 @@ constexpr std::size_t kMaxRecorridos = 5000;  // entries of a models folder look
 constexpr int kMaxHondura = 5;
 constexpr std::uint32_t kMargenMs = 1000;  // the worker's own limit comes before the reader's
 
-void Queja(const std::string &fichero, const std::string &texto) {
-    std::fprintf(stderr, "ondalis-motor: %s: %s\n", fichero.c_str(), texto.c_str());
-}
-
 bool EsFichero(const std::string &ruta, int permiso = R_OK) {
     struct stat estado {};
     return stat(ruta.c_str(), &estado) == 0 && S_ISREG(estado.st_mode) && access(ruta.c_str(), permiso) == 0;
@@ -129,15 +125,20 @@ std::optional<std::string> Contenido(const std::string &ruta) {
     return texto;
 }
 
-void LeeFichero(const std::string &ruta, const std::string &nombre, CatalogoOrden &catalogo) {
+void LeeFichero(const std::string &ruta, const std::string &nombre, const QuejaCatalogo &queja,
+                CatalogoOrden &catalogo) {
     const auto texto = Contenido(ruta);
-    if (!texto) return Queja(ruta, "no se puede leer");
+    if (!texto) return queja(ruta, "no se puede leer");
     LecturaDescripcion lectura = LeeDescripcion(*texto);
-    if (!lectura.descripcion) return Queja(ruta, lectura.fallo);
+    if (!lectura.descripcion) return queja(ruta, lectura.fallo);
     if (auto motor = Comprueba(std::move(*lectura.descripcion))) catalogo.emplace(nombre, std::move(*motor));
 }
 
 }  // namespace
+
+void QuejaEnErrores(const std::string &fichero, const std::string &motivo) {
+    std::fprintf(stderr, "ondalis-motor: %s: %s\n", fichero.c_str(), motivo.c_str());
+}
 
 std::string CarpetaDatos() {
     const std::string datos = Entorno("XDG_DATA_HOME");
@@ -162,7 +163,7 @@ std::vector<std::string> CarpetasDeMotores() {
     return carpetas;
 }
 
-CatalogoOrden LeeCatalogo(const std::vector<std::string> &carpetas) {
+CatalogoOrden LeeCatalogo(const std::vector<std::string> &carpetas, const QuejaCatalogo &queja) {
     std::map<std::string, std::string> ficheros;
     for (const std::string &carpeta : carpetas) {
         std::error_code error;
@@ -172,13 +173,13 @@ CatalogoOrden LeeCatalogo(const std::vector<std::string> &carpetas) {
             if (!nombre.ends_with(kTerminacion) || !EsFichero(ruta, F_OK) || vistos++ >= kMaxFicheros) continue;
             const std::string motor = nombre.substr(0, nombre.size() - kTerminacion.size());
             if (!EsNombreDeMotor(motor) || motor == "espeak")
-                Queja(ruta, "nombre de fichero no válido para un motor");
+                queja(ruta, "nombre de fichero no válido para un motor");
             else
                 ficheros.emplace(motor, ruta);
         }
     }
     CatalogoOrden catalogo;
-    for (const auto &[motor, ruta] : ficheros) LeeFichero(ruta, motor, catalogo);
+    for (const auto &[motor, ruta] : ficheros) LeeFichero(ruta, motor, queja, catalogo);
     return catalogo;
 }
 
