@@ -1,5 +1,7 @@
 #include "worker/cMotores.h"
 
+#include <cstdio>
+
 #include "worker/cMotorEspeak.h"
 #include "worker/orden/cMotorOrden.h"
 
@@ -15,7 +17,12 @@ const CatalogoOrden &cMotores::Catalogo() {
 
 std::vector<TramaVoz> cMotores::Voces() {
     auto voces = m_propio->Voces();
-    m_catalogo = std::make_unique<CatalogoOrden>(LeeCatalogo(CarpetasDeMotores()));
+    m_quejas.clear();
+    m_catalogo = std::make_unique<CatalogoOrden>(
+        LeeCatalogo(CarpetasDeMotores(), [this](const std::string &fichero, const std::string &motivo) {
+            m_quejas.push_back(fichero + ": " + motivo);
+            std::fprintf(stderr, "ondalis-motor: %s\n", m_quejas.back().c_str());
+        }));
     for (TramaVoz &voz : TramasDe(*m_catalogo)) voces.push_back(std::move(voz));
     return voces;
 }

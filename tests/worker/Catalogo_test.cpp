@@ -16,9 +16,11 @@ protected:
     std::vector<std::string> Voces(std::vector<std::string> entorno) {
         cTrabajador motor(ONDALIS_MOTOR, std::move(entorno));
         motor.Envia(TramaPideVoces{});
+        m_quejas.clear();
         std::vector<std::string> voces;
         while (const auto trama = motor.Siguiente()) {
             if (std::holds_alternative<TramaFin>(*trama)) return voces;
+            if (const auto *queja = std::get_if<TramaError>(&*trama)) m_quejas.push_back(queja->texto);
             const auto *v = std::get_if<TramaVoz>(&*trama);
             if (v && v->motor != "espeak") voces.push_back(v->motor + "|" + v->voz + "|" + v->lengua);
         }
@@ -27,6 +29,7 @@ protected:
     }
     using Lista = std::vector<std::string>;
     CarpetaMotores m_carpeta;
+    Lista m_quejas;  // of the list that was asked for last
 };
 
 TEST_F(Catalogo, AVoiceShowsOnlyWhenItsProgramAndItsFilesAreThere) {
@@ -59,8 +62,9 @@ TEST_F(Catalogo, ABadFileIsComplainedOfToWhoAsksForTheVoicesAndNotAgainWhenSpeak
     m_carpeta.Escribe("m/malo.motor", "[motor]\nbasura\n");
     testing::internal::CaptureStderr();
     Voces(m_carpeta.Entorno());
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "ondalis-motor: " + m_carpeta.Ruta("m/malo.motor") + ": línea 2: no es «clave = valor»\n");
+    const std::string queja = m_carpeta.Ruta("m/malo.motor") + ": línea 2: no es «clave = valor»";
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "ondalis-motor: " + queja + "\n");
+    EXPECT_EQ(m_quejas, Lista{queja});
     testing::internal::CaptureStderr();
     const Oido oido = cTrabajador(ONDALIS_MOTOR, m_carpeta.Entorno()).Di(Una({"bueno", "v"}, u"Una frase."));
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
@@ -100,7 +104,9 @@ TEST_F(Catalogo, EachModelInItsFoldersIsAVoiceWhoseFileNameTellsTheLanguage) {
 
 TEST_F(Catalogo, TheShippedDescriptionsAreLookedAtWithinFiveMilliseconds) {
     const auto desde = std::chrono::steady_clock::now();
-    LeeCatalogo({ONDALIS_MOTORES_ENVIADOS});
+    LeeCatalogo({ONDALIS_MOTORES_ENVIADOS}, [](const std::string &fichero, const std::string &motivo) {
+        ADD_FAILURE() << fichero << ": " << motivo;
+    });
     const std::chrono::duration<double, std::milli> dura = std::chrono::steady_clock::now() - desde;
     RecordProperty("ms", std::to_string(dura.count()));
     EXPECT_LT(dura.count(), 5);

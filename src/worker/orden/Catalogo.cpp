@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -135,10 +134,6 @@ void LeeFichero(const std::string &ruta, const std::string &nombre, const QuejaC
 }
 
 }  // namespace
-
-void QuejaEnErrores(const std::string &fichero, const std::string &motivo) {
-    std::fprintf(stderr, "ondalis-motor: %s: %s\n", fichero.c_str(), motivo.c_str());
-}
 
 std::string CarpetaDatos() {
     const std::string datos = Entorno("XDG_DATA_HOME");

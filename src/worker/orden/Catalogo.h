@@ -29,10 +29,9 @@ std::string CarpetaDatos();
 
 // What is told of a file that can't be used.
 using QuejaCatalogo = std::function<void(const std::string &fichero, const std::string &motivo)>;
-void QuejaEnErrores(const std::string &fichero, const std::string &motivo);  // a line on standard error
 
 // A file that can't be used gives a complaint and no voice.
-CatalogoOrden LeeCatalogo(const std::vector<std::string> &carpetas, const QuejaCatalogo &queja = QuejaEnErrores);
+CatalogoOrden LeeCatalogo(const std::vector<std::string> &carpetas, const QuejaCatalogo &queja);
 
 // As the reader's list wants them, ordered by engine.
 std::vector<TramaVoz> TramasDe(const CatalogoOrden &catalogo);
