@@ -102,6 +102,19 @@ TEST_F(Catalogo, EachModelInItsFoldersIsAVoiceWhoseFileNameTellsTheLanguage) {
     EXPECT_EQ(HerciosDeModelo(m_carpeta.Ruta("otra/es_ES-ana-medium.onnx")), 0u);
 }
 
+TEST_F(Catalogo, GenderAndAgeAreToldInTheWordsOfTheTokens) {
+    m_carpeta.Escribe("m/uno.motor",
+                      "[motor]\nfabricante = Mio\nprograma = /bin/true\n"
+                      "[voz a]\nnombre = A\nlengua = 9\ngenero = mujer\nedad = nino\n"
+                      "[voz b]\nnombre = B\nlengua = 9\ngenero = hombre\nedad = adulto\n"
+                      "[voz c]\nnombre = C\nlengua = 9\ngenero = neutro\nedad = mayor\n"
+                      "[voz d]\nnombre = D\nlengua = 9\n");
+    Lista voces;
+    for (const TramaVoz &v : TramasDe(LeeCatalogo({m_carpeta.Ruta("m")}, [](const auto &, const auto &) {})))
+        voces.push_back(v.voz + "|" + v.genero + "|" + v.edad);
+    EXPECT_EQ(voces, (Lista{"a|Female|Child", "b|Male|Adult", "c|Neutral|Senior", "d||"}));
+}
+
 TEST_F(Catalogo, TheShippedDescriptionsAreLookedAtWithinFiveMilliseconds) {
     const auto desde = std::chrono::steady_clock::now();
     LeeCatalogo({ONDALIS_MOTORES_ENVIADOS}, [](const std::string &fichero, const std::string &motivo) {

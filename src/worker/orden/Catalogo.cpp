@@ -68,6 +68,16 @@ bool Estan(const std::vector<std::string> &ficheros) {
     });
 }
 
+// A description's word as the tokens' attributes have it.
+std::string EnIngles(std::string_view palabra) {
+    static constexpr std::pair<std::string_view, const char *> kPalabras[] = {
+        {"hombre", "Male"}, {"mujer", "Female"}, {"neutro", "Neutral"},
+        {"nino", "Child"},  {"adulto", "Adult"}, {"mayor", "Senior"}};
+    for (const auto &[escrita, inglesa] : kPalabras)
+        if (palabra == escrita) return inglesa;
+    return {};
+}
+
 // "es_ES-davefx-medium": the language before the first "-".
 std::string LcidDeModelo(const std::string &nombre) {
     std::string lengua = nombre.substr(0, nombre.find('-'));
@@ -183,7 +193,7 @@ std::vector<TramaVoz> TramasDe(const CatalogoOrden &catalogo) {
     for (const auto &[nombre, motor] : catalogo)
         for (const VozOrden &voz : motor.voces)
             voces.push_back({nombre, voz.id, voz.nombre, voz.lengua, motor.descripcion.fabricante,
-                             motor.descripcion.plazoMs + kMargenMs});
+                             motor.descripcion.plazoMs + kMargenMs, EnIngles(voz.genero), EnIngles(voz.edad)});
     return voces;
 }
 
