@@ -112,7 +112,7 @@ TEST_F(cGrabadoraSAPI5Test, AFailureBehindSomeSoundKeepsItInTheTemporary) {
     sapi.mientras = [this] { sapi.alHablar = Fallo::De(Fallo::LlamadaNoValida); };
     GrabaFichero(QByteArray(1'000'000, 'a'));
     EXPECT_EQ(EnActual(), QStringList("~temp.wav"));
-    EXPECT_EQ(QFileInfo("~temp.wav").size(), 500'000);
+    EXPECT_EQ(QFileInfo("~temp.wav").size(), 500'001);
 }
 
 TEST_F(cGrabadoraSAPI5Test, AFullDiskStopsTheOperationAndTheTemporaryRemains) {

@@ -259,6 +259,17 @@ def una_voz_sapi5_graba_y_lee():
 
 
 @caso
+def una_etiqueta_rota_en_voz_sapi5_se_anota_y_no_deja_ningun_fichero():
+    with Estudio(voz=SAPI5) as b:
+        b.copia('n1 n2 <silence/> n3 n4')
+        espera(lambda: 'Sintaxis de etiquetas no válida' in b.diario(), que='the log line')
+        espera(lambda: not os.path.exists(b.temporal), que='the empty temporary to go')
+        assert not b.ficheros() and not ventanas(b)
+        b.copia(texto_tonos(5, 6))
+        en_orden(grabados(b.espera_fichero('Lectura.wav')), range(5, 11))
+
+
+@caso
 def un_fichero_que_manda_otro_programa_se_graba():
     for voz in (None, SAPI5):
         with Estudio(voz=voz) as b:
