@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 namespace ondalis {
 namespace {
 
@@ -55,6 +57,24 @@ TEST(Onda, OtherChunksAreSkippedAndStereoIsMixedDown) {
     EXPECT_EQ(LeeWav(Wav(8000, 1, 16, 0, {5, 6}, true)).muestras, (Muestras{5, 6}));
     EXPECT_EQ(LeeWav(Wav(48000, 2, 16, 0, {100, 200, -100, -300})).muestras, (Muestras{150, -200}));
     EXPECT_EQ(LeeCruda(std::vector<std::uint8_t>{1, 0, 3, 0, 9}, 16000, 2).muestras, (Muestras{2}));
+}
+
+TEST(Onda, NoHeaderMakesMoreSoundThanTheBytesHold) {
+    std::mt19937 azar(1);
+    const auto buena = Wav(22050, 1, 16, 400, std::vector<int>(200, 9), true);
+    int sonoras = 0;
+    for (int vuelta = 0; vuelta < 50'000; vuelta++) {
+        auto bytes = buena;
+        for (int cambios = 0; cambios < 3; cambios++)
+            bytes[azar() % 60] = static_cast<std::uint8_t>(azar() % 3 == 0 ? 0xFF : azar());
+        bytes.resize(azar() % 4 == 0 ? azar() % bytes.size() : bytes.size());
+        bytes.shrink_to_fit();
+        const Onda onda = LeeWav(bytes);
+        sonoras += !onda.muestras.empty();
+        ASSERT_LE(onda.muestras.size() * 2, bytes.size());
+        ASSERT_TRUE(onda.fallo.empty() || onda.muestras.empty());
+    }
+    EXPECT_GT(sonoras, 1000);
 }
 
 TEST(Onda, WhatIsNoWavOfOursIsRefused) {
