@@ -211,7 +211,9 @@ void cGrabadora::ProduceSAPI5(const Peticion &peticion, int hercios) {
     }
     // Also behind a failure: what there is gets its true header.
     const Fallo alCerrar = m_vozSAPI5->Cierra();
-    Exige(fallo ? fallo : alCerrar);
+    if (!fallo) fallo = alCerrar;
+    if (fallo) c.temporal.BorraVacio();
+    Exige(fallo);
     // The rest is worth its file, as with the other family.
     if (!m_cancelada && m_vozSAPI5->Incompleta()) CuentaFallo(QString::fromUtf16(kFaltaTexto), true);
 }

@@ -346,6 +346,8 @@ void cAplicacion::ReuneVoces() {
     const bool sinSAPI5 = cGeneral::GetParam(m_linea, QStringLiteral("nosapi5"));
     m_voces.ChequeaSAPI5Compatible([this] { return !p.tokens.Tokens().empty(); });
     m_voces.RecogeVocesEquipo(&p.tokens, sinSAPI5, [this] { m_cola.DejaCorrer(); });
+    if (!sinSAPI5)
+        for (const QString &queja : p.tokens.Quejas()) p.log.Escribe(QStringLiteral("RecogeVocesEquipo: "), queja);
     if (m_voces.SAPI5Compatible() && !sinSAPI5)
         m_vozSAPI5 = std::make_unique<SpVoice>(m_canalSAPI5, p.tokens, m_cola, m_estadoVoz, p.log);
     m_opciones = std::make_unique<Opciones>(m_registro, p.log, m_general, m_voces, m_vozSAPI5 != nullptr);

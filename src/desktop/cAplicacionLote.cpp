@@ -68,6 +68,7 @@ VozECI &cAplicacionLote::CreaVozECI() {
 bool cAplicacionLote::ChequeaSAPI5Compatible() {
     m_tokens.emplace(m_lanzador);
     m_voces.ChequeaSAPI5Compatible([this] { return !m_tokens->Tokens().empty(); });
+    for (const QString &queja : m_tokens->Quejas()) m_log.Escribe(QStringLiteral("ChequeaSAPI5Compatible: "), queja);
     return m_voces.SAPI5Compatible();
 }
 

@@ -24,7 +24,7 @@ struct TramaPara {  // drop utterance `numero`; the worker answers nothing
     std::uint64_t numero = 0;
     bool operator==(const TramaPara &) const = default;
 };
-struct TramaPideVoces {  // answered by one TramaVoz a voice and a TramaFin with number 0
+struct TramaPideVoces {  // answered by one TramaVoz a voice, a TramaError 0 for what can't be one, and a TramaFin 0
     bool operator==(const TramaPideVoces &) const = default;
 };
 
@@ -56,7 +56,7 @@ struct TramaFin {  // nothing more of this utterance
     std::uint64_t numero = 0;
     bool operator==(const TramaFin &) const = default;
 };
-struct TramaError {  // the engine refuses the utterance or its voice; a Fin follows
+struct TramaError {  // the engine refuses the utterance or its voice, or, with number 0, a description; a Fin follows
     std::uint64_t numero = 0;
     std::string texto;
     bool operator==(const TramaError &) const = default;

@@ -18,13 +18,8 @@ constexpr std::size_t kMaxVocesDeTexto = 200;
 // Ten steps are a factor of three, as the interface publishes it: 57 to 510, and no two steps are the same.
 int PalabrasPorMinuto(int rate) { return static_cast<int>(std::lround(kVelocidadMedia * std::pow(3.0, rate / 10.0))); }
 
-// "Name=Value": a language matches when it is one of the token's several; an attribute without "=" must only be there.
-bool Cumple(const TokenVoz &token, const QString &condicion) {
-    const qsizetype igual = condicion.indexOf(QLatin1Char('='));
-    const QString atributo = (igual < 0 ? condicion : condicion.left(igual)).trimmed();
+bool EsDelAtributo(const TokenVoz &token, const QString &atributo, const QString &pedido) {
     const QString tiene = token.GetAttribute(atributo);
-    if (igual < 0) return !tiene.isEmpty();
-    const QString pedido = condicion.mid(igual + 1).trimmed();
     if (atributo.compare(QLatin1String("Language"), Qt::CaseInsensitive) != 0)
         return tiene.compare(pedido, Qt::CaseInsensitive) == 0;
     const QStringList lenguas = tiene.split(QLatin1Char(';'), Qt::SkipEmptyParts);
@@ -33,9 +28,29 @@ bool Cumple(const TokenVoz &token, const QString &condicion) {
     });
 }
 
+// "Name=Value", "Name!=Value", or an attribute that must only be there; a language is one of the token's several.
+bool Cumple(const TokenVoz &token, const QString &condicion) {
+    const qsizetype igual = condicion.indexOf(QLatin1Char('='));
+    if (igual < 0) return !token.GetAttribute(condicion.trimmed()).isEmpty();
+    const bool niega = igual > 0 && condicion[igual - 1] == QLatin1Char('!');
+    const QString atributo = condicion.left(niega ? igual - 1 : igual).trimmed();
+    return EsDelAtributo(token, atributo, condicion.mid(igual + 1).trimmed()) != niega;
+}
+
 qsizetype Cumplidas(const TokenVoz &token, const QStringList &condiciones) {
     return std::ranges::count_if(condiciones, [&token](const QString &condicion) { return Cumple(token, condicion); });
 }
+
+bool Coinciden(const QString &una, const QString &otra) {
+    return !una.isEmpty() && una.compare(otra, Qt::CaseInsensitive) == 0;
+}
+
+// What a voice that is asked for owes to the one that speaks: itself first, then its language, its gender, its age.
+int Parecido(const TokenVoz &una, const TokenVoz &otra) {
+    return (una == otra ? 8 : 0) + (Coinciden(una.lengua, otra.lengua) ? 4 : 0) +
+           (Coinciden(una.genero, otra.genero) ? 2 : 0) + (Coinciden(una.edad, otra.edad) ? 1 : 0);
+}
+constexpr qsizetype kMasQueParecido = 16;
 
 QStringList Condiciones(const QString &texto) { return texto.split(QLatin1Char(';'), Qt::SkipEmptyParts); }
 
@@ -71,8 +86,8 @@ void SpVoice::SetRate(int rate) { m_rate = std::clamp(rate, -10, 10); }
 void SpVoice::SetVolume(int volume) { m_volume = std::clamp(volume, 0, 100); }
 
 // The voice that a tag asks for: of the engine that speaks (no other can take over in mid-utterance), with every
-// requirement and as many wishes as can be had. Among equals the one that speaks stays, then comes one of its language.
-const TokenVoz *SpVoice::BuscaVoz(const QString &requeridos, const QString &opcionales) const {
+// requirement and as many wishes as can be had; among equals the one most like `actual`, which speaks there.
+const TokenVoz *SpVoice::BuscaVoz(const QString &requeridos, const QString &opcionales, const TokenVoz &actual) const {
     const QStringList requisitos = Condiciones(requeridos);
     const QStringList deseos = Condiciones(opcionales);
     const TokenVoz *mejor = nullptr;
@@ -81,7 +96,7 @@ const TokenVoz *SpVoice::BuscaVoz(const QString &requeridos, const QString &opci
         if (token.motor != m_token->motor || Cumplidas(token, requisitos) != requisitos.size()) continue;
         const qsizetype deseados = Cumplidas(token, deseos);
         if (requisitos.isEmpty() && deseados == 0) continue;
-        const qsizetype puntos = deseados * 4 + (token == *m_token ? 2 : 0) + (token.lengua == m_token->lengua ? 1 : 0);
+        const qsizetype puntos = deseados * kMasQueParecido + Parecido(token, actual);
         if (puntos <= mejores) continue;
         mejor = &token;
         mejores = puntos;
@@ -90,19 +105,37 @@ const TokenVoz *SpVoice::BuscaVoz(const QString &requeridos, const QString &opci
 }
 
 void SpVoice::ResuelveVoces(std::vector<Tramo> &tramos) const {
-    std::map<std::u16string, const TokenVoz *> halladas;
-    const auto busca = [this, &halladas](const std::u16string &texto) -> const TokenVoz * {
-        const auto ya = halladas.find(texto);
+    using Peticion = std::pair<const TokenVoz *, std::u16string>;  // who speaks there, and what is asked for
+    std::map<Peticion, const TokenVoz *> halladas;
+    const auto busca = [this, &halladas](const Peticion &peticion) -> const TokenVoz * {
+        const auto ya = halladas.find(peticion);
         if (ya != halladas.end()) return ya->second;
         if (halladas.size() >= kMaxVocesDeTexto) return nullptr;
-        const QString pedida = QString::fromStdU16String(texto);
+        const QString pedida = QString::fromStdU16String(peticion.second);
         const qsizetype corte = pedida.indexOf(QChar(kSeparaDeseos));
-        const TokenVoz *token = corte < 0 ? BuscaVoz(pedida, {}) : BuscaVoz(pedida.left(corte), pedida.mid(corte + 1));
-        return halladas.emplace(texto, token).first->second;
+        const TokenVoz *token = BuscaVoz(pedida.left(corte), corte < 0 ? QString() : pedida.mid(corte + 1),
+                                         peticion.first != nullptr ? *peticion.first : *m_token);
+        return halladas.emplace(peticion, token).first->second;
     };
-    std::erase_if(tramos, [&busca](Tramo &tramo) {
-        if (tramo.tipo != TipoTramo::Voz || tramo.texto.empty()) return false;
-        const TokenVoz *token = busca(tramo.texto);
+    // Tags that are open, with their voices: the end of an inner one asks again for what the outer one asked for, and
+    // means the voice that it got.
+    using Abierta = std::pair<std::u16string, const TokenVoz *>;
+    std::vector<Abierta> abiertas;
+    std::erase_if(tramos, [&](Tramo &tramo) {
+        if (tramo.tipo != TipoTramo::Voz) return false;
+        if (tramo.texto.empty()) {
+            abiertas.clear();
+            return false;
+        }
+        const auto misma = std::ranges::find(abiertas, tramo.texto, &Abierta::first);
+        const TokenVoz *token = nullptr;
+        if (misma != abiertas.end()) {
+            token = misma->second;
+            abiertas.erase(misma + 1, abiertas.end());
+        } else {
+            token = busca({abiertas.empty() ? nullptr : abiertas.back().second, tramo.texto});
+            if (token != nullptr && abiertas.size() < kMaxVocesDeTexto) abiertas.emplace_back(tramo.texto, token);
+        }
         if (token == nullptr) return true;  // no such voice in the engine that speaks: the voice stays
         tramo.texto = QString::fromStdString(token->voz).toStdU16String();
         return false;

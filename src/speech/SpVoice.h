@@ -36,8 +36,8 @@ public:
     // Speaks with the first token until another is set.
     SpVoice(CanalVoz &canal, const ListaTokens &tokens, cCola &cola, cEstadoVoz &estado, cLog &log);
 
-    // Tokens that have every required attribute ("Name=X;Language=C0A"), those with more of the optional ones first,
-    // else in their own order. Empty texts give all.
+    // Tokens that have every required attribute ("Name=X;Language=C0A;Age!=Child"), those with more of the optional
+    // ones first, else in their own order. Empty texts give all.
     std::vector<TokenVoz> GetVoices(const QString &requeridos, const QString &opcionales) const;
     void SetVoice(const TokenVoz &token) { m_token = token; }
     const std::optional<TokenVoz> &Voice() const { return m_token; }
@@ -68,7 +68,7 @@ public:
 private:
     // Turns the requirements of the XML's voice tags into identifiers of the engine that speaks.
     void ResuelveVoces(std::vector<Tramo> &tramos) const;
-    const TokenVoz *BuscaVoz(const QString &requeridos, const QString &opcionales) const;
+    const TokenVoz *BuscaVoz(const QString &requeridos, const QString &opcionales, const TokenVoz &actual) const;
 
     const ListaTokens &m_tokens;
     std::optional<TokenVoz> m_token;

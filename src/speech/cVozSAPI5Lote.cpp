@@ -1,12 +1,18 @@
 #include "speech/cVozSAPI5Lote.h"
 
+#include <algorithm>
+
 namespace ondalis {
 
 bool cVozSAPI5Lote::Elige(const QString &nombre) {
-    const auto voces = m_viva.GetVoices(QStringLiteral("Name=") + nombre, QString());
-    if (voces.empty()) return false;
-    m_viva.SetVoice(voces.front());
-    m_deFichero.SetVoice(voces.front());
+    // As GetVoices compares "Name=", but for one thing: a ";" in a name separates nothing.
+    const auto voces = m_viva.GetVoices(QString(), QString());
+    const auto suya = std::ranges::find_if(voces, [pedido = nombre.trimmed()](const TokenVoz &token) {
+        return token.nombre.trimmed().compare(pedido, Qt::CaseInsensitive) == 0;
+    });
+    if (suya == voces.end()) return false;
+    m_viva.SetVoice(*suya);
+    m_deFichero.SetVoice(*suya);
     return true;
 }
 

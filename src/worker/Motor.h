@@ -36,6 +36,8 @@ public:
     // Done while nothing is asked yet: what would delay the first sample. Harmless when repeated.
     virtual void Prepara() = 0;
     virtual std::vector<TramaVoz> Voces() = 0;
+    // What kept a voice out of the list given last, for the reader's log.
+    virtual std::vector<std::string> Quejas() const { return {}; }
     // Speaks the whole utterance. Returns when it is said, refused (after Error) or not wanted any more.
     virtual void Habla(const Locucion &locucion, Emisor &emisor) = 0;
 };

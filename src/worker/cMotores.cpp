@@ -1,18 +1,29 @@
 #include "worker/cMotores.h"
 
+#include <cstdio>
+
 #include "worker/cMotorEspeak.h"
 #include "worker/orden/cMotorOrden.h"
 
 namespace ondalis {
 
 const CatalogoOrden &cMotores::Catalogo() {
-    if (!m_catalogo) m_catalogo = std::make_unique<CatalogoOrden>(LeeCatalogo(CarpetasDeMotores()));
+    // Whoever asked for the list has been told already what is wrong with the descriptions.
+    if (!m_catalogo)
+        m_catalogo = std::make_unique<CatalogoOrden>(
+            LeeCatalogo(CarpetasDeMotores(), [](const std::string &, const std::string &) {}));
     return *m_catalogo;
 }
 
 std::vector<TramaVoz> cMotores::Voces() {
     auto voces = m_propio->Voces();
-    for (TramaVoz &voz : TramasDe(Catalogo())) voces.push_back(std::move(voz));
+    m_quejas.clear();
+    m_catalogo = std::make_unique<CatalogoOrden>(
+        LeeCatalogo(CarpetasDeMotores(), [this](const std::string &fichero, const std::string &motivo) {
+            m_quejas.push_back(fichero + ": " + motivo);
+            std::fprintf(stderr, "ondalis-motor: %s\n", m_quejas.back().c_str());
+        }));
+    for (TramaVoz &voz : TramasDe(*m_catalogo)) voces.push_back(std::move(voz));
     return voces;
 }
 

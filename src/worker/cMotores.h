@@ -15,6 +15,7 @@ public:
 
     void Prepara() override { m_propio->Prepara(); }
     std::vector<TramaVoz> Voces() override;
+    std::vector<std::string> Quejas() const override { return m_quejas; }
     void Habla(const Locucion &locucion, Emisor &emisor) override;
 
 private:
@@ -22,6 +23,7 @@ private:
 
     std::unique_ptr<Motor> m_propio;
     std::unique_ptr<CatalogoOrden> m_catalogo;
+    std::vector<std::string> m_quejas;
 };
 
 }  // namespace ondalis

@@ -40,6 +40,7 @@ void cServidor::Habla() {
 void cServidor::DiceVoces() {
     m_pidenVoces = false;
     for (TramaVoz &voz : m_motor.Voces()) Envia(std::move(voz), false);
+    for (std::string &queja : m_motor.Quejas()) Envia(TramaError{0, std::move(queja)}, false);
     Envia(TramaFin{0}, false);
 }
 

@@ -104,7 +104,15 @@ TEST_F(cGrabadoraSAPI5Test, RefusedMarkupStopsTheOperationWithALogLine) {
     EXPECT_EQ(sapi.ordenes.back(), "cierra");
     EXPECT_EQ(LineasCon("Sintaxis de etiquetas no válida"), 1);
     EXPECT_TRUE(EnMusica().isEmpty());
+    EXPECT_TRUE(EnActual().isEmpty()) << "a temporary without sound";
     EXPECT_TRUE(mensajes.cajas.empty());
+}
+
+TEST_F(cGrabadoraSAPI5Test, AFailureBehindSomeSoundKeepsItInTheTemporary) {
+    sapi.mientras = [this] { sapi.alHablar = Fallo::De(Fallo::LlamadaNoValida); };
+    GrabaFichero(QByteArray(1'000'000, 'a'));
+    EXPECT_EQ(EnActual(), QStringList("~temp.wav"));
+    EXPECT_EQ(QFileInfo("~temp.wav").size(), 500'001);
 }
 
 TEST_F(cGrabadoraSAPI5Test, AFullDiskStopsTheOperationAndTheTemporaryRemains) {

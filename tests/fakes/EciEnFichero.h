@@ -69,6 +69,7 @@ public:
     Fallo Habla(const QString &texto, int flags) override {
         Anota("habla " + std::to_string(flags));
         d.textos.push_back(texto);
+        if (d.alHablar) return d.alHablar;  // refused: nothing of it is spoken
         EscribeDetras(m_ruta, texto.toUtf8());
         if (d.mientras) d.mientras();
         return d.alHablar;

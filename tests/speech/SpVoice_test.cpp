@@ -183,6 +183,10 @@ TEST_F(SpVoiceTest, GetVoicesGivesTheTokensThatMatchBlindToCase) {
     EXPECT_THAT(nombres("Gender=Male"), IsEmpty());
     EXPECT_THAT(nombres("", "Vendor=Flite"), ElementsAre("kal", "Spanish", "English"));
     EXPECT_THAT(nombres("Name=nadie"), IsEmpty());
+    EXPECT_THAT(nombres("Vendor!=Flite"), ElementsAre("Spanish", "English"));
+    EXPECT_THAT(nombres("Language != c0a; Name!=kal"), ElementsAre("English"));
+    EXPECT_THAT(nombres("Age!=Child"), ElementsAre("Spanish", "English", "kal"));
+    EXPECT_THAT(nombres("", "Vendor!=eSpeak NG"), ElementsAre("kal", "Spanish", "English"));
 }
 
 TEST_F(SpVoiceTest, ATokenGivesItsAttributesAndNothingForOneThatItLacks) {
@@ -244,6 +248,23 @@ TEST_F(SpVoiceConVoces, AVoiceTagKeepsTheVoiceThatFitsThenItsLanguageThenTheOrde
     EXPECT_EQ(Elegida("required='Gender=Female'"), u"ana");
     EXPECT_EQ(Elegida("required='gender=female;language=409'"), u"eva");
     EXPECT_EQ(Elegida("required='Language=436'"), u"af");
+}
+
+TEST_F(SpVoiceConVoces, ATagWithinATagKeepsToTheVoiceThatSpeaksThereAndItsEndGivesThatOneBack) {
+    const auto voces = [this](const char *texto) {
+        EXPECT_FALSE(voz->Speak(QLatin1String(texto), kLectura));
+        return VocesDe(banco.canal.locuciones.back());
+    };
+    EXPECT_THAT(
+        voces("<voice required='Gender=Female'>a<voice required='Language=409;Gender=Female'>b</voice>c</voice>d"),
+        ElementsAre(u"ana", u"eva", u"ana", u""));
+    // Of the voices that aren't Spanish, whose language none shares: the one of the gender that speaks.
+    EXPECT_THAT(voces("<voice required='Language!=40A'>a</voice>"), ElementsAre(u"af", u""));
+    EXPECT_THAT(voces("<voice required='Gender=Female'>a<voice required='Language!=40A'>b</voice>c</voice>"
+                      "<voice required='Gender=Male'>d<voice required='Language!=40A'>e</voice></voice>"),
+                ElementsAre(u"ana", u"eva", u"ana", u"", u"es", u"af", u"es", u""));
+    EXPECT_THAT(voces("<voice required='Name=eva'>a<voice required='Name=nadie'>b</voice>c</voice>"),
+                ElementsAre(u"eva", u"eva", u""));
 }
 
 TEST_F(SpVoiceConVoces, WishesRankTheVoicesAndNoneFulfilledChangesNothing) {

@@ -46,5 +46,31 @@ TEST_F(cVozSAPI5LoteTest, ALiveSpeechGoesOnBehindASkippedClauseWithoutAFailure) 
     EXPECT_FALSE(voz.Speak("uno. dos."));
 }
 
+TEST_F(cVozSAPI5LoteTest, TheFirstVoiceOfTheNameIsTakenBlindToCase) {
+    tokens = TokensFalsos({TokensFalsos::Token("A", "ana", "9", "uno"), TokensFalsos::Token("B", "Luis", "9", "dos"),
+                           TokensFalsos::Token("C", "Ana", "9", "tres")});
+    ASSERT_TRUE(voz.Elige("Ana"));
+    EXPECT_FALSE(voz.Speak("hola"));
+    EXPECT_EQ(vivo.locuciones.back().voz.motor, "uno");
+    ASSERT_TRUE(voz.Elige("LUIS"));
+    EXPECT_FALSE(voz.SpeakAFichero("hola", banco.registro.Ruta("a.wav"), 10));
+    EXPECT_EQ(ficheros.locuciones.back().voz.motor, "dos");
+    EXPECT_FALSE(voz.Elige("An"));
+    EXPECT_FALSE(voz.Elige(""));
+}
+
+TEST_F(cVozSAPI5LoteTest, AVoiceWhoseNameHoldsASignOfTheRequirementsIsFound) {
+    tokens =
+        TokensFalsos({TokensFalsos::Token("A", "Ana", "9", "uno"), TokensFalsos::Token("B", "Ana; la de B", "9", "dos"),
+                      TokensFalsos::Token("C", "x=y", "9", "tres")});
+    ASSERT_TRUE(voz.Elige("Ana; la de B"));
+    EXPECT_FALSE(voz.Speak("hola"));
+    EXPECT_EQ(vivo.locuciones.back().voz.motor, "dos");
+    ASSERT_TRUE(voz.Elige("x=y"));
+    EXPECT_FALSE(voz.Speak("hola"));
+    EXPECT_EQ(vivo.locuciones.back().voz.motor, "tres");
+    EXPECT_FALSE(voz.Elige("Ana;Vendor=A"));
+}
+
 }  // namespace
 }  // namespace ondalis::prueba

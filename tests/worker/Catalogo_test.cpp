@@ -16,9 +16,11 @@ protected:
     std::vector<std::string> Voces(std::vector<std::string> entorno) {
         cTrabajador motor(ONDALIS_MOTOR, std::move(entorno));
         motor.Envia(TramaPideVoces{});
+        m_quejas.clear();
         std::vector<std::string> voces;
         while (const auto trama = motor.Siguiente()) {
             if (std::holds_alternative<TramaFin>(*trama)) return voces;
+            if (const auto *queja = std::get_if<TramaError>(&*trama)) m_quejas.push_back(queja->texto);
             const auto *v = std::get_if<TramaVoz>(&*trama);
             if (v && v->motor != "espeak") voces.push_back(v->motor + "|" + v->voz + "|" + v->lengua);
         }
@@ -27,6 +29,7 @@ protected:
     }
     using Lista = std::vector<std::string>;
     CarpetaMotores m_carpeta;
+    Lista m_quejas;  // of the list that was asked for last
 };
 
 TEST_F(Catalogo, AVoiceShowsOnlyWhenItsProgramAndItsFilesAreThere) {
@@ -51,6 +54,21 @@ TEST_F(Catalogo, ABadFileGivesNoVoiceAndHarmsNoOther) {
     m_carpeta.Motor("espeak", "/bin/true", "");
     std::filesystem::create_directories(m_carpeta.Ruta("m/carpeta.motor"));
     EXPECT_EQ(Voces(m_carpeta.Entorno()), (Lista{"bueno|v|40A;C0A"}));
+}
+
+TEST_F(Catalogo, ABadFileIsComplainedOfToWhoAsksForTheVoicesAndNotAgainWhenSpeaking) {
+    m_carpeta.Motor("bueno", m_carpeta.Programa("habla", "cat >/dev/null\nhead -c 1600 /dev/zero\n"),
+                    "formato = crudo\nhercios = 8000\n");
+    m_carpeta.Escribe("m/malo.motor", "[motor]\nbasura\n");
+    testing::internal::CaptureStderr();
+    Voces(m_carpeta.Entorno());
+    const std::string queja = m_carpeta.Ruta("m/malo.motor") + ": línea 2: no es «clave = valor»";
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "ondalis-motor: " + queja + "\n");
+    EXPECT_EQ(m_quejas, Lista{queja});
+    testing::internal::CaptureStderr();
+    const Oido oido = cTrabajador(ONDALIS_MOTOR, m_carpeta.Entorno()).Di(Una({"bueno", "v"}, u"Una frase."));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(oido.pcm.size(), 800u);
 }
 
 TEST_F(Catalogo, OfOneFileNameTheFirstFoldersCounts) {
@@ -84,9 +102,24 @@ TEST_F(Catalogo, EachModelInItsFoldersIsAVoiceWhoseFileNameTellsTheLanguage) {
     EXPECT_EQ(HerciosDeModelo(m_carpeta.Ruta("otra/es_ES-ana-medium.onnx")), 0u);
 }
 
+TEST_F(Catalogo, GenderAndAgeAreToldInTheWordsOfTheTokens) {
+    m_carpeta.Escribe("m/uno.motor",
+                      "[motor]\nfabricante = Mio\nprograma = /bin/true\n"
+                      "[voz a]\nnombre = A\nlengua = 9\ngenero = mujer\nedad = nino\n"
+                      "[voz b]\nnombre = B\nlengua = 9\ngenero = hombre\nedad = adulto\n"
+                      "[voz c]\nnombre = C\nlengua = 9\ngenero = neutro\nedad = mayor\n"
+                      "[voz d]\nnombre = D\nlengua = 9\n");
+    Lista voces;
+    for (const TramaVoz &v : TramasDe(LeeCatalogo({m_carpeta.Ruta("m")}, [](const auto &, const auto &) {})))
+        voces.push_back(v.voz + "|" + v.genero + "|" + v.edad);
+    EXPECT_EQ(voces, (Lista{"a|Female|Child", "b|Male|Adult", "c|Neutral|Senior", "d||"}));
+}
+
 TEST_F(Catalogo, TheShippedDescriptionsAreLookedAtWithinFiveMilliseconds) {
     const auto desde = std::chrono::steady_clock::now();
-    LeeCatalogo({ONDALIS_MOTORES_ENVIADOS});
+    LeeCatalogo({ONDALIS_MOTORES_ENVIADOS}, [](const std::string &fichero, const std::string &motivo) {
+        ADD_FAILURE() << fichero << ": " << motivo;
+    });
     const std::chrono::duration<double, std::milli> dura = std::chrono::steady_clock::now() - desde;
     RecordProperty("ms", std::to_string(dura.count()));
     EXPECT_LT(dura.count(), 5);

@@ -24,6 +24,10 @@ constexpr const char *kEspeak =
 constexpr const char *kCrudo = "formato = crudo\nhercios = 8000\nplazo-primera-ms = 300\nplazo-ms = 600\n";
 // A second of square wave.
 constexpr const char *kPita = "cat >/dev/null\nhead -c 16000 /dev/zero | tr '\\0' '\\040'\n";
+// Of 16,000 bytes at 8000 hertz.
+const std::string kCabeceraDeUnSegundo =
+    R"(printf 'RIFF\244\076\0\0WAVEfmt \020\0\0\0\001\0\001\0\100\037\0\0\200\076\0\0\002\0\020\0data\200\076\0\0')"
+    "\n";
 
 class cMotorOrden : public testing::Test {
 protected:
@@ -163,6 +167,9 @@ TEST_F(cMotorOrden, AProgramThatFailsIsToldAndEndsLikeAnyOther) {
     EXPECT_EQ(Error("kill -9 $$\n"), "p: el programa ha muerto por la señal 9");
     EXPECT_EQ(Error("cat >/dev/null\n"), "p: el programa no ha dado nada");
     EXPECT_EQ(Error("echo basura\n", "formato = wav\n"), "p: el programa no ha dado un fichero WAV");
+    // A header of a second and a fifth of it; the program says that all went well.
+    EXPECT_EQ(Error("cat >/dev/null\n" + kCabeceraDeUnSegundo + "head -c 3200 /dev/zero\nexit 0\n", "formato = wav\n"),
+              "p: el programa ha dado un WAV cortado");
     EXPECT_EQ(Error("trap '' TERM\nsleep 1000\n"), "p: el programa no responde");
     EXPECT_EQ(Error("printf 'ab'; sleep 1000\n"), "p: el programa no termina a tiempo");
     EXPECT_EQ(Error("exec cat /dev/zero\n", "formato = crudo\nhercios = 8000\n"),
@@ -171,6 +178,16 @@ TEST_F(cMotorOrden, AProgramThatFailsIsToldAndEndsLikeAnyOther) {
                     "formato = crudo\nhercios = 8000\nsalida = fichero\nargumentos = {salida}\n")
                   .substr(0, 14),
               "p: el programa");
+}
+
+TEST_F(cMotorOrden, AWavOfTheLengthThatItTellsIsHeardWhole) {
+    m_carpeta.Motor("p",
+                    m_carpeta.Programa("p", "cat >/dev/null\n" + kCabeceraDeUnSegundo + "head -c 16000 /dev/zero\n"),
+                    "formato = wav\n");
+    const Oido oido = Di(Una(De("p"), u"Una frase."));
+    EXPECT_EQ(oido.error, "");
+    EXPECT_EQ(oido.hercios, 8000u);
+    EXPECT_EQ(oido.pcm.size(), 8000u);
 }
 
 TEST_F(cMotorOrden, TheRestOfATextGoesOnBehindAPieceThatFailed) {

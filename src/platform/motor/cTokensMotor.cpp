@@ -65,6 +65,8 @@ cTokensMotor::Respuesta cTokensMotor::Pregunta(LanzadorMotor &lanzador, std::chr
         tramas.Alimenta({bytes, static_cast<std::size_t>(n)});
         while (const auto trama = tramas.Siguiente()) {
             if (const auto *voz = std::get_if<TramaVoz>(&*trama)) Anota(*voz, respuesta.tokens, respuesta.plazos);
+            if (const auto *queja = std::get_if<TramaError>(&*trama))
+                respuesta.quejas << QString::fromStdString(queja->texto);
             if (std::holds_alternative<TramaFin>(*trama)) return respuesta;
         }
         if (tramas.Roto()) return {};
@@ -87,5 +89,7 @@ const cTokensMotor::Respuesta &cTokensMotor::LaRespuesta() const {
 const std::vector<TokenVoz> &cTokensMotor::Tokens() const { return LaRespuesta().tokens; }
 
 PlazosMotor cTokensMotor::Plazos() const { return LaRespuesta().plazos; }
+
+QStringList cTokensMotor::Quejas() const { return LaRespuesta().quejas; }
 
 }  // namespace ondalis

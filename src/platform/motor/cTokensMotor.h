@@ -2,6 +2,7 @@
 // exists, so that the start of the program doesn't wait for it. Owned by main. Tokens: main thread.
 #pragma once
 
+#include <QStringList>
 #include <chrono>
 #include <future>
 
@@ -20,11 +21,14 @@ public:
     const std::vector<TokenVoz> &Tokens() const override;
     // The limits for a live channel: each engine's own to its first answer, where it tells one. Waits as Tokens does.
     PlazosMotor Plazos() const;
+    // What kept a voice out of the list, one line each. Waits as Tokens does.
+    QStringList Quejas() const;
 
 private:
     struct Respuesta {
         std::vector<TokenVoz> tokens;
         PlazosMotor plazos;
+        QStringList quejas;
     };
     static Respuesta Pregunta(LanzadorMotor &lanzador, std::chrono::milliseconds limite);
     const Respuesta &LaRespuesta() const;

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -24,10 +23,6 @@ constexpr std::size_t kMaxFicheros = 100;     // descriptions of a folder
 constexpr std::size_t kMaxRecorridos = 5000;  // entries of a models folder looked at
 constexpr int kMaxHondura = 5;
 constexpr std::uint32_t kMargenMs = 1000;  // the worker's own limit comes before the reader's
-
-void Queja(const std::string &fichero, const std::string &texto) {
-    std::fprintf(stderr, "ondalis-motor: %s: %s\n", fichero.c_str(), texto.c_str());
-}
 
 bool EsFichero(const std::string &ruta, int permiso = R_OK) {
     struct stat estado {};
@@ -71,6 +66,16 @@ bool Estan(const std::vector<std::string> &ficheros) {
         PonDatos(f);
         return EsFichero(f);
     });
+}
+
+// A description's word as the tokens' attributes have it.
+std::string EnIngles(std::string_view palabra) {
+    static constexpr std::pair<std::string_view, const char *> kPalabras[] = {
+        {"hombre", "Male"}, {"mujer", "Female"}, {"neutro", "Neutral"},
+        {"nino", "Child"},  {"adulto", "Adult"}, {"mayor", "Senior"}};
+    for (const auto &[escrita, inglesa] : kPalabras)
+        if (palabra == escrita) return inglesa;
+    return {};
 }
 
 // "es_ES-davefx-medium": the language before the first "-".
@@ -129,11 +134,12 @@ std::optional<std::string> Contenido(const std::string &ruta) {
     return texto;
 }
 
-void LeeFichero(const std::string &ruta, const std::string &nombre, CatalogoOrden &catalogo) {
+void LeeFichero(const std::string &ruta, const std::string &nombre, const QuejaCatalogo &queja,
+                CatalogoOrden &catalogo) {
     const auto texto = Contenido(ruta);
-    if (!texto) return Queja(ruta, "no se puede leer");
+    if (!texto) return queja(ruta, "no se puede leer");
     LecturaDescripcion lectura = LeeDescripcion(*texto);
-    if (!lectura.descripcion) return Queja(ruta, lectura.fallo);
+    if (!lectura.descripcion) return queja(ruta, lectura.fallo);
     if (auto motor = Comprueba(std::move(*lectura.descripcion))) catalogo.emplace(nombre, std::move(*motor));
 }
 
@@ -162,7 +168,7 @@ std::vector<std::string> CarpetasDeMotores() {
     return carpetas;
 }
 
-CatalogoOrden LeeCatalogo(const std::vector<std::string> &carpetas) {
+CatalogoOrden LeeCatalogo(const std::vector<std::string> &carpetas, const QuejaCatalogo &queja) {
     std::map<std::string, std::string> ficheros;
     for (const std::string &carpeta : carpetas) {
         std::error_code error;
@@ -172,13 +178,13 @@ CatalogoOrden LeeCatalogo(const std::vector<std::string> &carpetas) {
             if (!nombre.ends_with(kTerminacion) || !EsFichero(ruta, F_OK) || vistos++ >= kMaxFicheros) continue;
             const std::string motor = nombre.substr(0, nombre.size() - kTerminacion.size());
             if (!EsNombreDeMotor(motor) || motor == "espeak")
-                Queja(ruta, "nombre de fichero no válido para un motor");
+                queja(ruta, "nombre de fichero no válido para un motor");
             else
                 ficheros.emplace(motor, ruta);
         }
     }
     CatalogoOrden catalogo;
-    for (const auto &[motor, ruta] : ficheros) LeeFichero(ruta, motor, catalogo);
+    for (const auto &[motor, ruta] : ficheros) LeeFichero(ruta, motor, queja, catalogo);
     return catalogo;
 }
 
@@ -187,7 +193,7 @@ std::vector<TramaVoz> TramasDe(const CatalogoOrden &catalogo) {
     for (const auto &[nombre, motor] : catalogo)
         for (const VozOrden &voz : motor.voces)
             voces.push_back({nombre, voz.id, voz.nombre, voz.lengua, motor.descripcion.fabricante,
-                             motor.descripcion.plazoMs + kMargenMs});
+                             motor.descripcion.plazoMs + kMargenMs, EnIngles(voz.genero), EnIngles(voz.edad)});
     return voces;
 }
 

@@ -2,6 +2,7 @@
 // program and files are there. Starts no program. Worker's only thread.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -26,8 +27,11 @@ std::vector<std::string> CarpetasDeMotores();
 // The user's data folder of the program: what "{datos}" stands for.
 std::string CarpetaDatos();
 
-// A file that can't be used gives a line on standard error and no voice.
-CatalogoOrden LeeCatalogo(const std::vector<std::string> &carpetas);
+// What is told of a file that can't be used.
+using QuejaCatalogo = std::function<void(const std::string &fichero, const std::string &motivo)>;
+
+// A file that can't be used gives a complaint and no voice.
+CatalogoOrden LeeCatalogo(const std::vector<std::string> &carpetas, const QuejaCatalogo &queja);
 
 // As the reader's list wants them, ordered by engine.
 std::vector<TramaVoz> TramasDe(const CatalogoOrden &catalogo);

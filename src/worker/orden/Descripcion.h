@@ -20,7 +20,7 @@ enum class TiemposOrden { Ninguno, Segmentos, Palabras };
 
 struct VozOrden {
     std::string id, nombre, lengua;  // lengua: hexadecimal LCIDs, "409;9"
-    std::string genero, edad;        // for whoever reads the file; may be empty
+    std::string genero, edad;        // the words of the file; may be empty
     std::string modelo;              // absolute path behind "{modelo}"; must exist
     std::vector<std::string> ficheros;
     std::uint32_t hercios = 0;  // 0: the engine's

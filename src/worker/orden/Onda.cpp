@@ -7,6 +7,12 @@ namespace ondalis {
 
 namespace {
 
+// From here on a length is that of a header written before the sound was: espeak-ng and SoX tell 0x7FFFF000, others
+// 0x7FFFFFFF or 0xFFFFFFFF, some of them less their headers.
+constexpr std::size_t kSinSaberlo = 0x7FF00000;
+// A program may count the header along: what lacks then is no sound, and nobody hears a millisecond of it.
+constexpr std::size_t kCabecera = 44;
+
 std::uint32_t Entero(std::span<const std::uint8_t> b, std::size_t i, unsigned n) {
     std::uint32_t valor = 0;
     for (unsigned k = 0; k < n; k++) valor |= static_cast<std::uint32_t>(b[i + k]) << (8 * k);
@@ -47,7 +53,9 @@ Onda LeeWav(std::span<const std::uint8_t> b) {
             if (hercios < 8000 || hercios > 48000) return Fallo("ha dado un WAV de frecuencia no admitida");
         } else if (Es(b, i, "data")) {
             if (canales == 0) return Fallo("ha dado un WAV sin formato");
-            return LeeCruda(b.subspan(i + 8, largo == 0 ? resto : std::min(largo, resto)), hercios, canales);
+            const bool callado = largo == 0 || largo >= kSinSaberlo;
+            if (!callado && largo > resto + kCabecera) return Fallo("ha dado un WAV cortado");
+            return LeeCruda(b.subspan(i + 8, callado ? resto : std::min(largo, resto)), hercios, canales);
         }
         if (largo > resto) break;
         i += 8 + largo + (largo & 1);

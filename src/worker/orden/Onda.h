@@ -1,4 +1,5 @@
-// Samples of what a program has given: a WAV file whose header may lie about its lengths, or raw samples. Pure.
+// Samples of what a program has given: a WAV file, also one whose header was written before its sound, or raw samples.
+// Pure.
 #pragma once
 
 #include <cstdint>
@@ -15,7 +16,8 @@ struct Onda {
 };
 
 // 16 bits, 1 to 8 channels mixed down, 8000 to 48000 hertz. Unknown chunks are skipped; a data chunk whose length is
-// nought or goes beyond the bytes lasts to their end.
+// nought or that of a header written beforehand (0x7FF00000 and more) lasts to the bytes' end. One that promises more
+// than there is was cut short, which is a failure.
 Onda LeeWav(std::span<const std::uint8_t> bytes);
 
 Onda LeeCruda(std::span<const std::uint8_t> bytes, std::uint32_t hercios, std::uint32_t canales);

@@ -27,8 +27,8 @@ def caso(f):
 class Estudio(Banco):
     """A bench whose reader records: `grabar` are keys of that section besides GrabarTexto."""
 
-    def __init__(self, motor='tono', voz=None, fichero='Lectura.wav', **grabar):
-        super().__init__(motor)
+    def __init__(self, motor='tono', voz=None, fichero='Lectura.wav', arranca=True, **grabar):
+        super().__init__(motor, arranca=arranca)
         os.mkdir(self.ruta(''))
         self._ajustes['Grabar'] = {'LeerTexto': 'False', 'GrabarTexto': 'True', 'NombreFichero': self.ruta(fichero),
                                    **grabar}
@@ -259,6 +259,17 @@ def una_voz_sapi5_graba_y_lee():
 
 
 @caso
+def una_etiqueta_rota_en_voz_sapi5_se_anota_y_no_deja_ningun_fichero():
+    with Estudio(voz=SAPI5) as b:
+        b.copia('n1 n2 <silence/> n3 n4')
+        espera(lambda: 'Sintaxis de etiquetas no válida' in b.diario(), que='the log line')
+        espera(lambda: not os.path.exists(b.temporal), que='the empty temporary to go')
+        assert not b.ficheros() and not ventanas(b)
+        b.copia(texto_tonos(5, 6))
+        en_orden(grabados(b.espera_fichero('Lectura.wav')), range(5, 11))
+
+
+@caso
 def un_fichero_que_manda_otro_programa_se_graba():
     for voz in (None, SAPI5):
         with Estudio(voz=voz) as b:
@@ -425,6 +436,28 @@ def una_frase_que_el_motor_no_dice_se_cuenta_y_lo_demas_se_graba():
             b.espera_otro('Lectura.wav', antes)
             en_orden(grabados(b.ruta('Lectura.wav')), range(30, 36))
             assert not ventanas(b), 'told again'
+
+
+@caso
+def un_programa_que_da_un_wav_cortado_pierde_su_frase_y_lo_demas_se_graba():
+    with Estudio(motor='real', voz={'FabricanteActivo': 'Casa', 'VozActiva': 'Ana'}, arranca=False) as b:
+        motores = os.path.join(b.escritorio.entorno['XDG_DATA_HOME'], 'ondalis', 'motores')
+        os.makedirs(motores)
+        programa = os.path.join(b.escritorio.carpeta, 'habla')
+        # Its header tells the true length; of one sentence it gives the first fifth of a second and a status of 0.
+        with open(programa, 'w', encoding='utf-8') as f:
+            f.write('#!/bin/sh\nread t\necho "$t" | espeak-ng -v es --stdin -w "$0.$$"\n'
+                    'case "$t" in *corta*) head -c 9000 "$0.$$";; *) cat "$0.$$";; esac\n')
+        os.chmod(programa, 0o755)
+        with open(os.path.join(motores, 'casa.motor'), 'w', encoding='utf-8') as f:
+            f.write(f'[motor]\nfabricante = Casa\nprograma = {programa}\n[voz ana]\nnombre = Ana\nlengua = 40A;C0A\n')
+        b.arranca_lector()
+        b.copia('Una frase entera va primero. Esta frase corta llega a medias. Otra frase entera va detrás.')
+        b.espera_caja()
+        sonido_grabado, _ = abre_wav(b.espera_fichero('Lectura.wav'))
+        assert 2 < len(sonido_grabado) / sonido.RITMO < 5  # two sentences of three
+        assert 'el programa ha dado un WAV cortado' in b.diario(), b.diario()
+        assert 'El motor de voz no ha podido decir una parte del texto' in b.diario(), b.diario()
 
 
 @caso

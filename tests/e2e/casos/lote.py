@@ -281,6 +281,29 @@ def una_voz_sapi5_que_no_esta_es_un_error():
 
 
 @caso
+def una_descripcion_rota_se_dice_una_vez_y_la_voz_de_nombre_raro_habla():
+    voz = {'FabricanteActivo': 'Casa', 'VozActiva': '"Ana; la de casa"'}  # quoted for the settings' file
+    with _banco('real', ajustes={'Voz': voz}) as b:
+        motores = os.path.join(b.escritorio.carpeta, 'motores')
+        os.mkdir(motores)
+        _escribe(os.path.join(motores, 'rota.motor'), '[motor]\nbasura\n')
+        _escribe(os.path.join(motores, 'casa.motor'), """[motor]
+fabricante = Casa
+programa = espeak-ng
+argumentos = -v es --stdin --stdout
+[voz ana]
+nombre = Ana; la de casa
+lengua = 40A;C0A
+""")
+        error = _acaba(_lanza(b, 'buenos días', '-outputfile', 'a.wav', pantalla=False, ONDALIS_MOTORES=motores))
+        queja = f'{motores}/rota.motor: línea 2: no es «clave = valor»\n'
+        assert error == 'ondalis-motor: ' + queja, error
+        assert 0.3 < len(_wav(b.aqui('a.wav'), 16000)) / sonido.RITMO < 3
+        with open(os.path.join(b.escritorio.carpeta, 'state/ondalis/Ondalis.log'), encoding='utf-8') as f:
+            assert f.read().count(queja.strip()) == 1
+
+
+@caso
 def un_motor_que_no_dice_nada_es_un_error_y_no_deja_fichero():
     sapi5 = {'FabricanteActivo': 'Casa', 'VozActiva': 'Muda'}
     with _banco('real') as b:

@@ -96,6 +96,15 @@ TEST(cTokensMotor, AThousandVoicesComeInTheWorkersOrderAndAreFrozenForTheProcess
     EXPECT_EQ(motor.veces, 1);  // a voice installed since then has no number that another one holds
 }
 
+TEST(cTokensMotor, WhatTheWorkerSaysOfADescriptionIsKeptForTheLogAndCostsNoVoice) {
+    MotorEscrito motor(Tramas({kPablo, TramaError{0, "a.motor: línea 2"}, TramaError{0, "b.motor: roto"}, TramaFin{}}));
+    const cTokensMotor tokens(motor);
+    EXPECT_EQ(tokens.Quejas(), (QStringList{QStringLiteral("a.motor: línea 2"), QStringLiteral("b.motor: roto")}));
+    EXPECT_EQ(tokens.Tokens().size(), 1u);
+    SinMotor ninguno;
+    EXPECT_TRUE(cTokensMotor(ninguno).Quejas().isEmpty());
+}
+
 TEST(cTokensMotor, AListThatDoesNotEndIsNoList) {
     MotorEscrito cuelga(Tramas({kPablo}), true);
     EXPECT_TRUE(cTokensMotor(cuelga).Tokens().empty());
