@@ -47,10 +47,8 @@ Argumentos LeeArgumentos(int argc, char **argv) {
 
 int main(int argc, char **argv) {
     int ritmo = 0;
-    if (argc == 4 && std::string_view(argv[1]) == "--patron" && Numero(argv[3], ritmo)) {
-        const auto motor = ondalis::CreaMotor(-1);
-        return ondalis::DicePatron(*motor, argv[2], ritmo);
-    }
+    if (argc == 4 && std::string_view(argv[1]) == "--patron" && Numero(argv[3], ritmo))
+        return ondalis::DicePatron(argv[2], ritmo);
     const Argumentos a = LeeArgumentos(argc, argv);
     if (!a.bien) {
         std::fprintf(stderr, "uso: %s descriptor-de-zócalo [--nice N]\n", argc > 0 ? argv[0] : "ondalis-motor");

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,8 +29,10 @@ std::optional<std::vector<std::vector<std::string>>> LeeSonidos(std::string_view
 
 // The second at which each word begins: both rows joined in order so that the fewest names differ, as a word in its
 // sentence isn't quite what it is alone. A word without a sound of its own begins with the next one. Nothing: they
-// have too little in common to be the same text.
+// have too little in common to be the same text. `senalados`: seconds at which the program signals words, -1 for those
+// it doesn't; they decide between ways that are nearly as good. Empty, or one a word.
 std::optional<std::vector<double>> IniciosDePalabras(const std::vector<Dicho> &dichos,
-                                                     const std::vector<std::vector<std::string>> &palabras);
+                                                     const std::vector<std::vector<std::string>> &palabras,
+                                                     std::span<const double> senalados = {});
 
 }  // namespace ondalis
