@@ -6,6 +6,7 @@
 
 #include "engine/Protocolo.h"
 #include "worker/Lcid.h"
+#include "worker/Seguidor.h"
 #include "worker/orden/BuscaPalabras.h"
 #include "worker/orden/Tiempos.h"
 
@@ -34,7 +35,7 @@ std::vector<std::string> Nombres(std::u16string_view texto) {
 
 // What the process wrote, before its words are looked for.
 struct Escrito {
-    std::vector<std::pair<std::uint32_t, double>> palabras;  // place in code points, second
+    std::vector<std::pair<int, double>> palabras;  // place as the engine signals it, second
     std::vector<Dicho> fonemas;
     std::vector<std::vector<std::string>> porPalabra;
     bool fin = false;
@@ -42,13 +43,11 @@ struct Escrito {
 
 // The second at which each word is signalled; -1: it isn't, as where the engine says two as one.
 std::vector<double> Senalados(const Escrito &escrito, const Pieza &pieza) {
-    std::vector<double> inicios;
-    std::size_t k = 0;
-    const auto &palabras = escrito.palabras;
-    for (const Ficha &f : pieza.fichas) {
-        while (k < palabras.size() && palabras[k].first < f.inicioMotor) k++;
-        inicios.push_back(k < palabras.size() && palabras[k].first <= f.nucleoMotor ? palabras[k].second : -1);
-    }
+    std::vector<double> inicios(pieza.fichas.size(), -1);
+    Seguidor seguidor(pieza.fichas);
+    for (const auto &[lugar, segundo] : escrito.palabras)
+        if (const Ficha *ficha = seguidor.Palabra(lugar))
+            inicios[static_cast<std::size_t>(ficha - pieza.fichas.data())] = segundo;
     return inicios;
 }
 
@@ -105,7 +104,7 @@ std::optional<Patron> LeePatron(std::span<const std::uint8_t> bytes, const Pieza
     while (const auto trama = descodificador.Siguiente()) {
         if (const auto *f = std::get_if<TramaFormato>(&*trama)) patron.hercios = f->hercios;
         if (const auto *w = std::get_if<TramaPalabra>(&*trama))
-            escrito.palabras.emplace_back(w->posicion, segundo(w->muestra));
+            escrito.palabras.emplace_back(static_cast<int>(w->posicion), segundo(w->muestra));
         if (const auto *m = std::get_if<TramaMarca>(&*trama); m && m->numero == kTramasPalabras)
             escrito.porPalabra.push_back(Nombres(m->nombre));
         else if (m)

@@ -20,8 +20,9 @@ struct Patron {
     std::vector<double> inicios;  // second at which each word begins; ascending
 };
 
-// Numbers of the frames in which that process answers: those of the text (sound; words with their place in code points;
-// a mark a phoneme, by its name) and those of its words (a mark each, with the names of the phonemes it has alone).
+// Numbers of the frames in which that process answers: those of the text (sound; words with their place as the engine
+// signals it; a mark a phoneme, by its name) and those of its words (a mark each, with the names of the phonemes it has
+// alone).
 inline constexpr std::uint64_t kTramasFrase = 1, kTramasPalabras = 2;
 
 // The arguments of the program that says a piece; nothing for a language that the engine isn't known to speak.

@@ -39,9 +39,8 @@ int Devolucion(short *muestras, int n, espeak_EVENT *eventos) {
     bool bien = true;
     for (; eventos && eventos->type != espeakEVENT_LIST_TERMINATED; eventos++) {
         const auto muestra = static_cast<std::uint64_t>(std::max(eventos->sample, 0));
-        if (eventos->type == espeakEVENT_WORD)
-            bien = bien && Da(TramaPalabra{kTramasFrase, muestra,
-                                           static_cast<std::uint32_t>(std::max(eventos->text_position - 1, 0)),
+        if (eventos->type == espeakEVENT_WORD && eventos->text_position > 0)
+            bien = bien && Da(TramaPalabra{kTramasFrase, muestra, static_cast<std::uint32_t>(eventos->text_position),
                                            static_cast<std::uint32_t>(std::max(eventos->length, 0))});
         if (eventos->type == espeakEVENT_PHONEME) {
             const char *nombre = eventos->id.string;
