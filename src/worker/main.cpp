@@ -1,6 +1,6 @@
 // The engine worker: speaks for the reader at the other end of a socket pair and ends when that end closes.
 //   ondalis-motor FD [--nice N]
-// Or says its standard input once, as the pattern that another program's speech is measured against:
+// Or says the first line of its standard input once, as the pattern that another program's speech is measured against:
 //   ondalis-motor --patron LANGUAGE WORDS-A-MINUTE
 // Exit codes: 0 the reader closed, 1 the reader sent garbage, 64 wrong arguments.
 #include <sys/prctl.h>

@@ -8,7 +8,8 @@ namespace ondalis {
 
 namespace {
 
-constexpr double kBanda = .2;       // of the length: how far the two may drift apart
+constexpr double kBanda = .2;  // of the length: how far the two may drift apart
+constexpr std::size_t kMaxMargenes = 4;
 constexpr std::size_t kOrilla = 2;  // silent frames that are kept at each end
 // What going along one of the two alone costs, in deviations of a feature; less where it is silent, as every voice
 // makes pauses of its own.
@@ -36,7 +37,7 @@ struct Banda {
     double razon;
     Banda(std::size_t n, std::size_t m, std::size_t margen)
         : columnas(m),
-          ancho(std::max(margen, static_cast<std::size_t>(kBanda * static_cast<double>(m)))),
+          ancho(std::clamp(static_cast<std::size_t>(kBanda * static_cast<double>(m)), margen, kMaxMargenes * margen)),
           dentro(std::min(2 * ancho + 1, m)),
           razon(static_cast<double>(m) / static_cast<double>(n)) {}
     std::size_t Primera(std::size_t i) const {

@@ -28,7 +28,8 @@ struct Camino {
     std::vector<std::size_t> primero, ultimo;
 };
 
-// Inside a band of `margen` frames or more around the straight line; neither is empty. The way is left out where only
+// Inside a band around the straight line, of `margen` frames for short sounds and up to four times as many for long
+// ones; neither is empty. The way is left out where only
 // its cost is asked for.
 Camino Recorre(const Trecho &patron, const Trecho &sonido, std::size_t margen, bool soloCoste);
 

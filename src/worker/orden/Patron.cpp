@@ -121,7 +121,7 @@ std::optional<Patron> LeePatron(std::span<const std::uint8_t> bytes, const Pieza
     const auto senalados = Senalados(escrito, pieza);
     std::optional<std::vector<double>> inicios;
     if (escrito.porPalabra.size() == pieza.fichas.size())
-        inicios = IniciosDePalabras(escrito.fonemas, escrito.porPalabra, senalados);
+        inicios = IniciosDePalabras(escrito.fonemas, escrito.porPalabra);
     if (inicios) Adelanta(*inicios, senalados, escrito.fonemas);
     if (!inicios) inicios = Rellena(senalados, segundo(patron.sonido.size()));
     if (!inicios) return std::nullopt;

@@ -13,8 +13,6 @@ namespace {
 
 constexpr std::size_t kMaxDichos = 4000;  // of a piece: more than ten minutes of speech
 constexpr double kHolgura = .5;           // seconds by which a line may miss the sound's end, for a pause left off
-constexpr double kPremio = .3;            // of a word that begins where it is signalled
-constexpr double kMismoMomento = 1e-3;    // seconds
 constexpr double kMaxAjenos = .34;        // of the names: more that differ are another text
 
 // How programs call what isn't said.
@@ -146,19 +144,14 @@ std::optional<std::vector<std::vector<std::string>>> LeeSonidos(std::string_view
 }
 
 std::optional<std::vector<double>> IniciosDePalabras(const std::vector<Dicho> &dichos,
-                                                     const std::vector<std::vector<std::string>> &palabras,
-                                                     std::span<const double> senalados) {
+                                                     const std::vector<std::vector<std::string>> &palabras) {
     struct Suyo {
         const std::string *nombre;
         std::size_t palabra;
-        double senalado;  // of a word's first sound
     };
     std::vector<Suyo> suyos;
     for (std::size_t i = 0; i < palabras.size(); i++)
-        for (const std::string &nombre : palabras[i]) {
-            const bool primera = suyos.empty() || suyos.back().palabra != i;
-            suyos.push_back({&nombre, i, primera && i < senalados.size() ? senalados[i] : -1});
-        }
+        for (const std::string &nombre : palabras[i]) suyos.push_back({&nombre, i});
     std::vector<const Dicho *> sonoros;
     for (const Dicho &d : dichos)
         if (!EsSilencio(d.nombre)) sonoros.push_back(&d);
@@ -168,19 +161,14 @@ std::optional<std::vector<double>> IniciosDePalabras(const std::vector<Dicho> &d
     std::vector<float> coste((n + 1) * (m + 1));
     const auto en = [m](std::size_t i, std::size_t j) { return i * (m + 1) + j; };
     constexpr float kFalta = .8F;
-    const auto juntos = [&](std::size_t i, std::size_t j) {
-        const double s = suyos[j - 1].senalado;
-        const bool senalado = s >= 0 && s < sonoros[i - 1]->inicio + kMismoMomento &&
-                              (i == 1 || s > sonoros[i - 2]->inicio + kMismoMomento);
-        return coste[en(i - 1, j - 1)] +
-               static_cast<float>(Diferencia(sonoros[i - 1]->nombre, *suyos[j - 1].nombre) - (senalado ? kPremio : 0));
-    };
     for (std::size_t i = 0; i <= n; i++)
         for (std::size_t j = 0; j <= m; j++) {
             float mejor = i + j == 0 ? 0 : std::numeric_limits<float>::infinity();
             if (i > 0) mejor = std::min(mejor, coste[en(i - 1, j)] + kFalta);
             if (j > 0) mejor = std::min(mejor, coste[en(i, j - 1)] + kFalta);
-            if (i > 0 && j > 0) mejor = std::min(mejor, juntos(i, j));
+            if (i > 0 && j > 0)
+                mejor = std::min(mejor, coste[en(i - 1, j - 1)] + static_cast<float>(Diferencia(sonoros[i - 1]->nombre,
+                                                                                                *suyos[j - 1].nombre)));
             coste[en(i, j)] = mejor;
         }
     if (coste[en(n, m)] > kMaxAjenos * static_cast<double>(std::max(n, m))) return std::nullopt;
@@ -188,7 +176,9 @@ std::optional<std::vector<double>> IniciosDePalabras(const std::vector<Dicho> &d
     std::vector<double> inicios(palabras.size(), -1);
     for (std::size_t i = n, j = m; i > 0 && j > 0;) {
         const float aqui = coste[en(i, j)];
-        if (aqui == juntos(i, j)) {
+        const auto juntos =
+            coste[en(i - 1, j - 1)] + static_cast<float>(Diferencia(sonoros[i - 1]->nombre, *suyos[j - 1].nombre));
+        if (aqui == juntos) {
             inicios[suyos[j - 1].palabra] = sonoros[i - 1]->inicio;
             i--, j--;
         } else if (aqui == coste[en(i - 1, j)] + kFalta) {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,10 +28,8 @@ std::optional<std::vector<std::vector<std::string>>> LeeSonidos(std::string_view
 
 // The second at which each word begins: both rows joined in order so that the fewest names differ, as a word in its
 // sentence isn't quite what it is alone. A word without a sound of its own begins with the next one. Nothing: they
-// have too little in common to be the same text. `senalados`: seconds at which the program signals words, -1 for those
-// it doesn't; they decide between ways that are nearly as good. Empty, or one a word.
+// have too little in common to be the same text.
 std::optional<std::vector<double>> IniciosDePalabras(const std::vector<Dicho> &dichos,
-                                                     const std::vector<std::vector<std::string>> &palabras,
-                                                     std::span<const double> senalados = {});
+                                                     const std::vector<std::vector<std::string>> &palabras);
 
 }  // namespace ondalis
