@@ -10,6 +10,7 @@
 #include "worker/Recorrido.h"
 #include "worker/Signos.h"
 #include "worker/TonosPrueba.h"
+#include "worker/orden/Patron.h"
 
 namespace ondalis {
 
@@ -120,6 +121,8 @@ private:
 };
 
 }  // namespace
+
+int DicePatron(std::string_view, int) { return 1; }  // tones are like no voice
 
 std::unique_ptr<Motor> CreaMotor(int zocalo) { return std::make_unique<cMotorTono>(zocalo); }
 

@@ -1,6 +1,6 @@
 // The engine worker: speaks for the reader at the other end of a socket pair and ends when that end closes.
 //   ondalis-motor FD [--nice N]
-// Or says its standard input once, as the pattern that another program's speech is measured against:
+// Or says the first line of its standard input once, as the pattern that another program's speech is measured against:
 //   ondalis-motor --patron LANGUAGE WORDS-A-MINUTE
 // Exit codes: 0 the reader closed, 1 the reader sent garbage, 64 wrong arguments.
 #include <sys/prctl.h>
@@ -47,10 +47,8 @@ Argumentos LeeArgumentos(int argc, char **argv) {
 
 int main(int argc, char **argv) {
     int ritmo = 0;
-    if (argc == 4 && std::string_view(argv[1]) == "--patron" && Numero(argv[3], ritmo)) {
-        const auto motor = ondalis::CreaMotor(-1);
-        return ondalis::DicePatron(*motor, argv[2], ritmo);
-    }
+    if (argc == 4 && std::string_view(argv[1]) == "--patron" && Numero(argv[3], ritmo))
+        return ondalis::DicePatron(argv[2], ritmo);
     const Argumentos a = LeeArgumentos(argc, argv);
     if (!a.bien) {
         std::fprintf(stderr, "uso: %s descriptor-de-zócalo [--nice N]\n", argc > 0 ? argv[0] : "ondalis-motor");

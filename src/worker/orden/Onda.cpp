@@ -1,6 +1,7 @@
 #include "worker/orden/Onda.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 namespace ondalis {
@@ -61,6 +62,18 @@ Onda LeeWav(std::span<const std::uint8_t> b) {
         i += 8 + largo + (largo & 1);
     }
     return Fallo("ha dado un WAV sin sonido");
+}
+
+void CambiaHercios(std::vector<std::int16_t> &x, std::uint32_t de, std::uint32_t a) {
+    if (de == a || x.empty()) return;
+    std::vector<std::int16_t> y(static_cast<std::size_t>(static_cast<double>(x.size()) * a / de));
+    for (std::size_t i = 0; i < y.size(); i++) {
+        const double donde = static_cast<double>(i) * de / a;
+        const auto k = std::min(static_cast<std::size_t>(donde), x.size() - 1);
+        const double parte = donde - static_cast<double>(k), siguiente = x[std::min(k + 1, x.size() - 1)];
+        y[i] = static_cast<std::int16_t>(std::lround(x[k] + parte * (siguiente - x[k])));
+    }
+    x = std::move(y);
 }
 
 }  // namespace ondalis

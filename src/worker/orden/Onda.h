@@ -22,4 +22,7 @@ Onda LeeWav(std::span<const std::uint8_t> bytes);
 
 Onda LeeCruda(std::span<const std::uint8_t> bytes, std::uint32_t hercios, std::uint32_t canales);
 
+// To another rate, by straight lines between samples: only where voices of two rates share an utterance.
+void CambiaHercios(std::vector<std::int16_t> &x, std::uint32_t de, std::uint32_t a);
+
 }  // namespace ondalis

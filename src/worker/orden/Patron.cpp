@@ -1,15 +1,14 @@
 #include "worker/orden/Patron.h"
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <utility>
 
 #include "engine/Protocolo.h"
-#include "worker/Caracteres.h"
 #include "worker/Lcid.h"
+#include "worker/Seguidor.h"
+#include "worker/orden/BuscaPalabras.h"
+#include "worker/orden/Tiempos.h"
 
 namespace ondalis {
 
@@ -18,64 +17,63 @@ namespace {
 constexpr double kMinRitmo = 80, kMaxRitmo = 400;  // beyond those the engine's own sound is stretched
 constexpr double kMinHallados = .5;                // of the words, lest it be another text
 
-std::u16string DeUtf8(std::string_view utf8) {
-    std::u16string salida;
-    char32_t c = 0;
-    const auto pon = [&salida, &c] {
-        if (c >= 0x10000)
-            salida += {static_cast<char16_t>(0xD7C0 + (c >> 10)), static_cast<char16_t>(0xDC00 + (c & 0x3FF))};
-        else
-            salida += static_cast<char16_t>(c);
-    };
-    for (std::size_t i = 0; i < utf8.size(); i++) {
-        const auto byte = static_cast<unsigned char>(utf8[i]);
-        if ((byte & 0xC0) == 0x80)
-            c = c << 6 | (byte & 0x3F);
-        else
-            c = byte < 0x80 ? byte : byte < 0xE0 ? byte & 0x1Fu : byte < 0xF0 ? byte & 0x0Fu : byte & 0x07u;
-        const bool acaba = i + 1 == utf8.size() || (static_cast<unsigned char>(utf8[i + 1]) & 0xC0) != 0x80;
-        if (acaba) pon();
-    }
-    return salida;
-}
-
-bool EscribeTodo(const std::vector<std::uint8_t> &bytes) {
-    for (std::size_t i = 0; i < bytes.size();) {
-        const ssize_t n = write(STDOUT_FILENO, bytes.data() + i, bytes.size() - i);
-        if (n <= 0) return false;
-        i += static_cast<std::size_t>(n);
-    }
-    return true;
-}
-
-// To standard output, as frames of the protocol.
-class Escribiente final : public Emisor {
-public:
-    bool Formato(std::uint32_t hercios) override { return Da(TramaFormato{1, hercios}); }
-    bool Pcm(const std::int16_t *muestras, std::size_t n) override {
-        while (n > 0) {
-            const std::size_t ahora = std::min(n, kMaxMuestrasPcm);
-            if (!Da(TramaPcm{1, {muestras, muestras + ahora}})) return false;
-            muestras += ahora;
-            n -= ahora;
+// The names of a word's phonemes, without what marks their stress, or another language's.
+std::vector<std::string> Nombres(std::u16string_view texto) {
+    std::vector<std::string> nombres;
+    std::string nombre;
+    for (const char16_t c : std::u16string(texto) + u' ') {
+        if (c == u' ') {
+            const std::size_t desde = nombre.find_first_not_of("',%=|");
+            if (desde != std::string::npos && nombre.front() != '(') nombres.push_back(nombre.substr(desde));
+            nombre.clear();
+        } else {
+            nombre += static_cast<char>(c);
         }
-        return true;
     }
-    bool Palabra(std::uint64_t muestra, std::uint32_t posicion, std::uint32_t longitud) override {
-        return Da(TramaPalabra{1, muestra, posicion, longitud});
-    }
-    bool Marca(std::uint64_t, std::u16string_view) override { return true; }
-    void Error(std::string_view) override { fallo = true; }
-    bool Vigente() override { return !fallo; }
+    return nombres;
+}
 
-    bool Da(const Trama &trama) {
-        std::vector<std::uint8_t> bytes;
-        Codifica(trama, bytes);
-        fallo = fallo || !EscribeTodo(bytes);
-        return !fallo;
-    }
-    bool fallo = false;
+// What the process wrote, before its words are looked for.
+struct Escrito {
+    std::vector<std::pair<int, double>> palabras;  // place as the engine signals it, second
+    std::vector<Dicho> fonemas;
+    std::vector<std::vector<std::string>> porPalabra;
+    bool fin = false;
 };
+
+// The second at which each word is signalled; -1: it isn't, as where the engine says two as one.
+std::vector<double> Senalados(const Escrito &escrito, const Pieza &pieza) {
+    std::vector<double> inicios(pieza.fichas.size(), -1);
+    Seguidor seguidor(pieza.fichas);
+    for (const auto &[lugar, segundo] : escrito.palabras)
+        if (const Ficha *ficha = seguidor.Palabra(lugar))
+            inicios[static_cast<std::size_t>(ficha - pieza.fichas.data())] = segundo;
+    return inicios;
+}
+
+// The engine tells of a phoneme where it is heard, and signals a word where its first one's closure begins.
+void Adelanta(std::vector<double> &inicios, const std::vector<double> &senalados, const std::vector<Dicho> &fonemas) {
+    std::size_t k = 0;
+    for (std::size_t i = 0; i < inicios.size(); i++) {
+        while (k < fonemas.size() && fonemas[k].inicio < inicios[i]) k++;
+        const double antes = k > 0 ? fonemas[k - 1].inicio : -1;
+        if (senalados[i] > antes && senalados[i] < inicios[i]) inicios[i] = senalados[i];
+    }
+}
+
+// What the engine doesn't signal lies evenly between its neighbours. Nothing: it signals too little.
+std::optional<std::vector<double>> Rellena(std::vector<double> inicios, double duracion) {
+    const auto hallados = std::count_if(inicios.begin(), inicios.end(), [](double s) { return s >= 0; });
+    if (static_cast<double>(hallados) < kMinHallados * static_cast<double>(inicios.size())) return std::nullopt;
+    for (std::size_t i = 0; i < inicios.size(); i++) {
+        if (inicios[i] >= 0) continue;
+        std::size_t j = i;
+        while (j < inicios.size() && inicios[j] < 0) j++;
+        const double desde = i > 0 ? inicios[i - 1] : 0, hasta = j < inicios.size() ? inicios[j] : duracion;
+        inicios[i] = desde + (hasta - desde) / static_cast<double>(j - i + 1);
+    }
+    return inicios;
+}
 
 }  // namespace
 
@@ -86,74 +84,49 @@ std::optional<std::vector<std::string>> ArgumentosDePatron(std::string_view leng
     return std::vector<std::string>{"/proc/self/exe", "--patron", idioma, std::to_string(std::lround(ritmo))};
 }
 
-int DicePatron(Motor &motor, std::string_view lengua, int palabrasMinuto) {
-    std::string utf8;
-    std::array<char, 4096> bloque;
-    for (ssize_t n = 0; (n = read(STDIN_FILENO, bloque.data(), bloque.size())) > 0;)
-        utf8.append(bloque.data(), static_cast<std::size_t>(n));
-    Locucion locucion;
-    locucion.numero = 1;
-    locucion.voz.motor = "espeak";
-    locucion.voz.voz = "roa/es";
-    locucion.voz.velocidad = palabrasMinuto;
-    Tramo idioma, texto;
-    idioma.tipo = TipoTramo::Idioma;
-    idioma.texto.assign(lengua.begin(), lengua.end());
-    texto.texto = DeUtf8(utf8);
-    texto.cortes = {{0, 0}};
-    locucion.tramos = {idioma, texto};
-    Escribiente escribiente;
-    motor.Habla(locucion, escribiente);
-    return escribiente.Da(TramaFin{1}) ? 0 : 1;
+std::string TextoDePatron(const Pieza &pieza) {
+    std::string texto = pieza.utf8;  // its places stay as they are
+    std::replace_if(
+        texto.begin(), texto.end(), [](unsigned char c) { return c < ' '; }, ' ');
+    texto += '\n';
+    for (const std::string &palabra : PalabrasDe(pieza)) texto += palabra + '\n';
+    return texto;
 }
 
 std::optional<Patron> LeePatron(std::span<const std::uint8_t> bytes, const Pieza &pieza) {
     Patron patron;
+    Escrito escrito;
     Descodificador descodificador;
     descodificador.Alimenta(bytes);
-    std::vector<std::pair<std::uint32_t, std::uint64_t>> palabras;  // place in UTF-16 units, sample
-    bool fin = false;
+    const auto segundo = [&patron](std::uint64_t muestra) {
+        return static_cast<double>(muestra) / std::max(patron.hercios, 8000U);
+    };
     while (const auto trama = descodificador.Siguiente()) {
         if (const auto *f = std::get_if<TramaFormato>(&*trama)) patron.hercios = f->hercios;
-        if (const auto *w = std::get_if<TramaPalabra>(&*trama)) palabras.emplace_back(w->posicion, w->muestra);
+        if (const auto *w = std::get_if<TramaPalabra>(&*trama))
+            escrito.palabras.emplace_back(static_cast<int>(w->posicion), segundo(w->muestra));
+        if (const auto *m = std::get_if<TramaMarca>(&*trama); m && m->numero == kTramasPalabras)
+            escrito.porPalabra.push_back(Nombres(m->nombre));
+        else if (m)
+            escrito.fonemas.push_back({{m->nombre.begin(), m->nombre.end()}, segundo(m->muestra), 0});
         if (const auto *p = std::get_if<TramaPcm>(&*trama))
             patron.sonido.insert(patron.sonido.end(), p->muestras.begin(), p->muestras.end());
-        fin = fin || std::holds_alternative<TramaFin>(*trama);
+        escrito.fin = escrito.fin || std::holds_alternative<TramaFin>(*trama);
     }
-    if (!fin || patron.hercios < 8000 || patron.sonido.empty() || pieza.fichas.empty()) return std::nullopt;
+    if (!escrito.fin || patron.hercios < 8000 || patron.sonido.empty() || pieza.fichas.empty()) return std::nullopt;
 
-    // From code points to the UTF-16 units that the engine counts in.
-    std::vector<std::uint32_t> unidad;
-    std::uint32_t llevadas = 0;
-    for (const char c : pieza.utf8) {
-        const auto byte = static_cast<unsigned char>(c);
-        if ((byte & 0xC0) == 0x80) continue;
-        unidad.push_back(llevadas);
-        llevadas += byte >= 0xF0 ? 2 : 1;
-    }
-    unidad.push_back(llevadas);
-    std::vector<double> inicios(pieza.fichas.size(), -1);
-    std::size_t hallados = 0, k = 0;
-    for (std::size_t i = 0; i < inicios.size(); i++) {
-        const std::uint32_t donde = unidad[std::min<std::size_t>(pieza.fichas[i].inicioMotor, unidad.size() - 1)];
-        const std::uint32_t nucleo = unidad[std::min<std::size_t>(pieza.fichas[i].nucleoMotor, unidad.size() - 1)];
-        while (k < palabras.size() && palabras[k].first < donde) k++;
-        if (k >= palabras.size() || palabras[k].first > nucleo) continue;
-        inicios[i] = static_cast<double>(palabras[k].second) / patron.hercios;
-        hallados++;
-    }
-    if (static_cast<double>(hallados) < kMinHallados * static_cast<double>(inicios.size())) return std::nullopt;
-    // What the engine doesn't tell lies evenly between its neighbours.
-    const double todo = static_cast<double>(patron.sonido.size()) / patron.hercios;
-    for (std::size_t i = 0; i < inicios.size(); i++) {
-        if (inicios[i] >= 0) continue;
-        std::size_t j = i;
-        while (j < inicios.size() && inicios[j] < 0) j++;
-        const double desde = i > 0 ? inicios[i - 1] : 0, hasta = j < inicios.size() ? inicios[j] : todo;
-        inicios[i] = desde + (hasta - desde) / static_cast<double>(j - i + 1);
-    }
-    for (std::size_t i = 1; i < inicios.size(); i++) inicios[i] = std::max(inicios[i], inicios[i - 1]);
-    patron.inicios = std::move(inicios);
+    double siguiente = segundo(patron.sonido.size());
+    for (std::size_t i = escrito.fonemas.size(); i-- > 0; siguiente = escrito.fonemas[i].inicio)
+        escrito.fonemas[i].fin = siguiente;
+    const auto senalados = Senalados(escrito, pieza);
+    std::optional<std::vector<double>> inicios;
+    if (escrito.porPalabra.size() == pieza.fichas.size())
+        inicios = IniciosDePalabras(escrito.fonemas, escrito.porPalabra);
+    if (inicios) Adelanta(*inicios, senalados, escrito.fonemas);
+    if (!inicios) inicios = Rellena(senalados, segundo(patron.sonido.size()));
+    if (!inicios) return std::nullopt;
+    for (std::size_t i = 1; i < inicios->size(); i++) (*inicios)[i] = std::max((*inicios)[i], (*inicios)[i - 1]);
+    patron.inicios = std::move(*inicios);
     return patron;
 }
 

@@ -17,7 +17,7 @@ constexpr double kMaxAjenos = .34;        // of the names: more that differ are 
 
 // How programs call what isn't said.
 bool EsSilencio(std::string_view nombre) {
-    constexpr std::array<std::string_view, 6> kSilencios{"pau", "sil", "SIL", "_", "#", "h#"};
+    constexpr std::array<std::string_view, 7> kSilencios{"pau", "sil", "SIL", "_", "_:", "#", "h#"};
     return std::find(kSilencios.begin(), kSilencios.end(), nombre) != kSilencios.end();
 }
 

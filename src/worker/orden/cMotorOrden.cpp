@@ -9,10 +9,9 @@
 #include <utility>
 
 #include "worker/cEstirador.h"
-#include "worker/orden/Alineacion.h"
+#include "worker/orden/BuscaPalabras.h"
 #include "worker/orden/EstimaPalabras.h"
 #include "worker/orden/Patron.h"
-#include "worker/orden/Tiempos.h"
 
 namespace ondalis {
 
@@ -42,45 +41,8 @@ void Cambia(std::string &texto, std::string_view hueco, const std::string &valor
         texto.replace(i, hueco.size(), valor);
 }
 
-// One line, which is what a program that reads line by line takes for one text.
-std::string EnUnaLinea(std::string texto) {
-    std::replace_if(
-        texto.begin(), texto.end(), [](unsigned char c) { return c < ' '; }, ' ');
-    const std::size_t primera = texto.find_first_not_of(' ');
-    return primera == std::string::npos ? std::string() : texto.substr(primera);
-}
-
-// The program's own text of each word.
-std::vector<std::string> PalabrasDe(const Pieza &pieza) {
-    std::vector<std::size_t> bytes;  // where each code point begins
-    for (std::size_t i = 0; i < pieza.utf8.size(); i++)
-        if ((static_cast<unsigned char>(pieza.utf8[i]) & 0xC0) != 0x80) bytes.push_back(i);
-    bytes.push_back(pieza.utf8.size());
-    std::vector<std::string> palabras;
-    for (std::size_t i = 0; i < pieza.fichas.size(); i++) {
-        const auto donde = [&](std::size_t k) { return bytes[std::min(k, bytes.size() - 1)]; };
-        const std::size_t desde = donde(pieza.fichas[i].inicioMotor);
-        const std::size_t hasta =
-            i + 1 < pieza.fichas.size() ? donde(pieza.fichas[i + 1].inicioMotor) : pieza.utf8.size();
-        palabras.push_back(EnUnaLinea(pieza.utf8.substr(desde, hasta - desde)));
-        palabras.back().resize(palabras.back().find_last_not_of(' ') + 1);
-    }
-    return palabras;
-}
-
-std::optional<std::vector<double>> PorSegmentos(std::string_view segmentos, std::string_view sonidos, double duracion,
-                                                const Pieza &pieza) {
-    const auto dichos = LeeSegmentos(segmentos, duracion);
-    const auto palabras = LeeSonidos(sonidos, pieza.fichas.size());
-    return dichos && palabras ? IniciosDePalabras(*dichos, *palabras) : std::nullopt;
-}
-
-std::optional<std::vector<double>> PorPalabras(std::string_view texto, double duracion, const Pieza &pieza) {
-    const auto dichos = LeePalabras(texto, duracion);
-    if (!dichos) return std::nullopt;
-    std::vector<std::vector<std::string>> palabras;
-    for (std::string &palabra : PalabrasDe(pieza)) palabras.push_back({std::move(palabra)});
-    return IniciosDePalabras(*dichos, palabras);
+std::string_view EnTexto(const std::vector<std::uint8_t> &bytes) {
+    return {reinterpret_cast<const char *>(bytes.data()), bytes.size()};
 }
 
 void Pasa(cEstirador &&estirador, std::vector<std::int16_t> &muestras) {
@@ -88,19 +50,6 @@ void Pasa(cEstirador &&estirador, std::vector<std::int16_t> &muestras) {
     estirador.Mete(muestras, salida);
     estirador.Termina(salida);
     muestras = std::move(salida);
-}
-
-// Straight lines between samples: only where voices of two rates share an utterance.
-void CambiaHercios(std::vector<std::int16_t> &x, std::uint32_t de, std::uint32_t a) {
-    if (de == a || x.empty()) return;
-    std::vector<std::int16_t> y(static_cast<std::size_t>(static_cast<double>(x.size()) * a / de));
-    for (std::size_t i = 0; i < y.size(); i++) {
-        const double donde = static_cast<double>(i) * de / a;
-        const auto k = std::min(static_cast<std::size_t>(donde), x.size() - 1);
-        const double parte = donde - static_cast<double>(k), siguiente = x[std::min(k + 1, x.size() - 1)];
-        y[i] = static_cast<std::int16_t>(std::lround(x[k] + parte * (siguiente - x[k])));
-    }
-    x = std::move(y);
 }
 
 }  // namespace
@@ -282,7 +231,7 @@ void cMotorOrden::EncargaAyuda(Tarea &tarea, double palabrasMinuto) const {
         encargo.argumentos = Argumentos(d.argumentosPalabras, tarea, encargo.texto);
     } else if (auto argumentos = ArgumentosDePatron(tarea.voz->lengua, palabrasMinuto);
                argumentos && d.tiempos == TiemposOrden::Ninguno) {
-        encargo.texto = tarea.pieza.utf8;
+        encargo.texto = TextoDePatron(tarea.pieza);
         encargo.argumentos = std::move(*argumentos);
     } else {
         return;
@@ -367,20 +316,14 @@ void cMotorOrden::EsperaAyuda(Tarea &tarea, Vuelo &vuelo) const {
 std::vector<std::uint64_t> cMotorOrden::Inicios(const Tarea &tarea, const Onda &onda) const {
     const double duracion = static_cast<double>(onda.muestras.size()) / onda.hercios;
     std::optional<std::vector<double>> segundos;
-    const auto texto = [](const std::vector<std::uint8_t> &bytes) {
-        return std::string_view(reinterpret_cast<const char *>(bytes.data()), bytes.size());
-    };
-    const std::string_view dicho = texto(tarea.proceso->Tiempos());
+    const std::string_view dicho = EnTexto(tarea.proceso->Tiempos());
     switch (m_motor.descripcion.tiempos) {
         case TiemposOrden::Segmentos:
-            if (tarea.ayuda) segundos = PorSegmentos(dicho, texto(tarea.ayuda->Salida()), duracion, tarea.pieza);
+            if (tarea.ayuda) segundos = PorSegmentos(dicho, EnTexto(tarea.ayuda->Salida()), duracion, tarea.pieza);
             break;
         case TiemposOrden::Palabras: segundos = PorPalabras(dicho, duracion, tarea.pieza); break;
         case TiemposOrden::Ninguno:
-            if (tarea.ayuda)
-                if (const auto patron = LeePatron(tarea.ayuda->Salida(), tarea.pieza))
-                    segundos =
-                        Alinea({patron->sonido, patron->hercios}, patron->inicios, {onda.muestras, onda.hercios});
+            if (tarea.ayuda) segundos = PorPatron(tarea.ayuda->Salida(), onda, tarea.pieza);
             break;
     }
     const std::size_t n = tarea.pieza.fichas.size();
