@@ -5,6 +5,7 @@ namespace ondalis {
 namespace {
 // A focus event may come a little before the window manager has told of the window.
 constexpr std::chrono::milliseconds kAdelanto(300);
+constexpr int kTabulador = 9;  // virtual key
 }  // namespace
 
 cGanchoTeclado::cGanchoTeclado(TecladoSistema &teclado, FocoAccesible &foco, Temporizador &espera, const Reloj &reloj)
@@ -13,10 +14,9 @@ cGanchoTeclado::cGanchoTeclado(TecladoSistema &teclado, FocoAccesible &foco, Tem
     m_teclado.SetVentana([this](int proceso) { Ventana(proceso); });
     m_foco.SetPregunta([this](int proceso) { Pregunta(proceso); });
     m_foco.SetRespuesta([this](int proceso, Rol rol) { Responde(proceso, rol); });
-    m_espera.SetIntervalo(kEsperaFocoMs);
     m_espera.SetManejador([this] {
-        m_espera.SetEnabled(false);
-        m_recienLlegada = false;
+        AcabaSuMomento();
+        if (!Habla(m_enFrente)) m_callados.insert(m_enFrente);
         SueltaEspera();
     });
 }
@@ -31,31 +31,44 @@ void cGanchoTeclado::IniciaHook() {
 void cGanchoTeclado::TerminaHook() {
     if (!m_encendido) return;
     m_encendido = false;
-    m_espera.SetEnabled(false);
+    AcabaSuMomento();
     m_teclado.Termina();
     m_foco.Termina();
     m_enEspera.clear();
     m_programas.clear();
     m_conVentana.clear();
+    m_callados.clear();
     m_enFrente = m_suelto = 0;
-    m_recienLlegada = false;
 }
 
 void cGanchoTeclado::Ventana(int proceso) {
     if (!m_encendido) return;
     // What was typed before was meant for the window before: it is judged by what is known of that one.
-    m_recienLlegada = false;
+    // Behind a Tab, or where an answer didn't come in time, it is better lost than a password told.
     std::deque<TeclaEscrita> anteriores;
     anteriores.swap(m_enEspera);
+    if (m_trasTab) anteriores.clear();
+    AcabaSuMomento();
     for (const TeclaEscrita &tecla : anteriores)
-        if (!Esperando()) Entrega(tecla);  // an answer that never came in time: better lost than a password told
+        if (!Esperando()) Dice(tecla);
     m_enFrente = proceso;
     if (proceso != 0) m_conVentana.insert(proceso);
     const bool adelantado = m_suelto != 0 && m_reloj.Ahora() - m_sueltoDesde < kAdelanto;
     const bool yaHaDicho = adelantado && m_suelto == proceso;
     if (!adelantado || yaHaDicho) m_suelto = 0;
-    m_recienLlegada = !yaHaDicho;
-    m_espera.SetEnabled(m_recienLlegada);
+    if (!yaHaDicho) DaSuMomento(m_callados.contains(proceso) ? kEsperaCalladoMs : kEsperaFocoMs);
+}
+
+void cGanchoTeclado::AcabaSuMomento() {
+    m_enSuMomento = m_trasTab = false;
+    m_espera.SetEnabled(false);
+}
+
+void cGanchoTeclado::DaSuMomento(int milisegundos) {
+    AcabaSuMomento();
+    m_enSuMomento = true;
+    m_espera.SetIntervalo(milisegundos);
+    m_espera.SetEnabled(true);
 }
 
 // For the window in front counts its own program's word, and that of a process without windows which has spoken since
@@ -80,8 +93,19 @@ void cGanchoTeclado::Responde(int proceso, Rol rol) {
     const bool enJuego = proceso == m_enFrente || proceso == m_suelto;
     if (rol == Rol::Desconocido && programa.preguntado && enJuego) m_enEspera.clear();
     programa = {rol, false};
-    if (enJuego) m_recienLlegada = false;
+    if (enJuego) {
+        if (rol != Rol::Desconocido) m_callados.erase(m_enFrente);
+        AcabaSuMomento();
+    }
     SueltaEspera();
+}
+
+bool cGanchoTeclado::Habla(int proceso) const {
+    const auto dice = [this](int uno) {
+        const auto programa = m_programas.find(uno);
+        return uno != 0 && programa != m_programas.end() && programa->second.rol != Rol::Desconocido;
+    };
+    return dice(proceso) || dice(m_suelto);
 }
 
 bool cGanchoTeclado::Esperando() const {
@@ -89,7 +113,7 @@ bool cGanchoTeclado::Esperando() const {
         const auto programa = m_programas.find(proceso);
         return programa != m_programas.end() && programa->second.preguntado;
     };
-    return m_recienLlegada || preguntado(m_enFrente) || (m_suelto != 0 && preguntado(m_suelto));
+    return m_enSuMomento || preguntado(m_enFrente) || (m_suelto != 0 && preguntado(m_suelto));
 }
 
 void cGanchoTeclado::Tecla(const TeclaEscrita &tecla) {
@@ -104,6 +128,15 @@ void cGanchoTeclado::Tecla(const TeclaEscrita &tecla) {
 }
 
 void cGanchoTeclado::Entrega(const TeclaEscrita &tecla) {
+    Dice(tecla);
+    constexpr int kOrden = TeclaEscrita::Control | TeclaEscrita::Alt | TeclaEscrita::Super;
+    if (tecla.virtualKey == kTabulador && (tecla.mayusculas & kOrden) == 0 && Habla(m_enFrente)) {
+        DaSuMomento(kEsperaTabMs);
+        m_trasTab = true;
+    }
+}
+
+void cGanchoTeclado::Dice(const TeclaEscrita &tecla) {
     for (const int proceso : {m_enFrente, m_suelto}) {
         const auto programa = m_programas.find(proceso);
         if (proceso != 0 && programa != m_programas.end() && programa->second.rol == Rol::Secreto) return;

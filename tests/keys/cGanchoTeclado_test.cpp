@@ -45,6 +45,7 @@ protected:
     void Teclea(const char *texto) {
         for (const char *c = texto; *c; ++c) teclado.tecla({0, 0, QString(QLatin1Char(*c))});
     }
+    void Tab(int mayusculas = 0) { teclado.tecla({9, mayusculas, QStringLiteral("\t")}); }
     // The window comes to the front and its program says at once what has the focus.
     void Enfoca(int proceso, Rol rol) {
         teclado.ventana(proceso);
@@ -164,6 +165,89 @@ TEST_F(cGanchoTecladoTest, AWindowThatComesToTheFrontHasAMomentForSayingWhereIts
     foco.respuesta(kBanco, Rol::Secreto);
     espera.Vence();
     EXPECT_EQ(oido, "");
+}
+
+// A program that is just starting on a busy machine reaches the accessibility service late.
+TEST_F(cGanchoTecladoTest, AProgramThatHasSaidNothingYetHasLongerThanOneThatLetItsTimePass) {
+    static_assert(cGanchoTeclado::kEsperaFocoMs > cGanchoTeclado::kEsperaCalladoMs);
+    CalladaEnFrente(kEditor);
+    EXPECT_EQ(espera.intervalo, cGanchoTeclado::kEsperaFocoMs);
+    teclado.ventana(kBanco);
+    EXPECT_EQ(espera.intervalo, cGanchoTeclado::kEsperaFocoMs);
+    teclado.ventana(kEditor);
+    EXPECT_EQ(espera.intervalo, cGanchoTeclado::kEsperaCalladoMs);
+    Cambia(kEditor, Rol::Corriente);
+    teclado.ventana(kBanco);
+    teclado.ventana(kEditor);
+    EXPECT_EQ(espera.intervalo, cGanchoTeclado::kEsperaFocoMs);
+}
+
+TEST_F(cGanchoTecladoTest, AProgramThatSpeaksKeepsItsTimeAlsoWhenItOnceLetItPass) {
+    Enfoca(kBanco, Rol::Corriente);
+    teclado.ventana(kEditor);
+    CalladaEnFrente(kBanco);
+    teclado.ventana(kEditor);
+    teclado.ventana(kBanco);
+    EXPECT_EQ(espera.intervalo, cGanchoTeclado::kEsperaFocoMs);
+}
+
+TEST_F(cGanchoTecladoTest, BehindATabKeysWaitForTheFieldThatMayHaveTheFocus) {
+    Enfoca(kBanco, Rol::Corriente);
+    Teclea("yo");
+    Tab();
+    EXPECT_TRUE(espera.Enabled());
+    EXPECT_EQ(espera.intervalo, cGanchoTeclado::kEsperaTabMs);
+    Teclea("12");
+    Cambia(kBanco, Rol::Secreto);
+    Teclea("34");
+    EXPECT_EQ(oido, "yo\t");
+    Tab(TeclaEscrita::Mayus);
+    Teclea("tu");
+    EXPECT_EQ(oido, "yo\t");
+    Cambia(kBanco, Rol::Corriente);
+    EXPECT_EQ(oido, "yo\ttu");
+}
+
+TEST_F(cGanchoTecladoTest, ATabThatMovesNoFocusDelaysForAMomentOnly) {
+    Enfoca(kEditor, Rol::Corriente);
+    Tab();
+    Teclea("a");
+    EXPECT_EQ(oido, "\t");
+    espera.Vence();
+    Teclea("b");
+    EXPECT_EQ(oido, "\tab");
+}
+
+TEST_F(cGanchoTecladoTest, ATabThatWaitedMakesTheNextKeysWaitToo) {
+    Enfoca(kBanco, Rol::Corriente);
+    foco.pregunta(kBanco);
+    Teclea("a");
+    Tab();
+    Teclea("1");
+    foco.respuesta(kBanco, Rol::Corriente);
+    EXPECT_EQ(oido, "a\t");
+    Cambia(kBanco, Rol::Secreto);
+    EXPECT_EQ(oido, "a\t");
+}
+
+TEST_F(cGanchoTecladoTest, WhatWaitsBehindATabIsLostWithItsWindow) {
+    Enfoca(kBanco, Rol::Corriente);
+    Tab();
+    Teclea("12");
+    Enfoca(kEditor, Rol::Corriente);
+    Teclea("a");
+    EXPECT_EQ(oido, "\ta");
+}
+
+TEST_F(cGanchoTecladoTest, ATabDelaysNothingWhereFieldsAreNotToldNorAsACommand) {
+    CalladaEnFrente(kEditor);
+    Tab();
+    Teclea("a");
+    EXPECT_EQ(oido, "\ta");
+    Enfoca(kBanco, Rol::Corriente);
+    for (const int orden : {TeclaEscrita::Control, TeclaEscrita::Alt, TeclaEscrita::Super}) Tab(orden);
+    Teclea("b");
+    EXPECT_EQ(oido, "\ta\t\t\tb");
 }
 
 TEST_F(cGanchoTecladoTest, BackInAWindowItsLastFieldCountsUntilItSaysOtherwise) {
