@@ -19,7 +19,7 @@ public:
     // How long a window that comes to the front has for saying where its focus is. A program takes milliseconds, but
     // one that is just starting on a busy machine takes its time for reaching the accessibility service at all. One
     // that has let its time pass is taken for one that never says anything, until it does.
-    static constexpr int kEsperaFocoMs = 2000, kEsperaCalladoMs = 300;
+    static constexpr int kEsperaFocoMs = 1500, kEsperaCalladoMs = 300;
     // And a program that does say it, behind a Tab, which may have moved the focus.
     static constexpr int kEsperaTabMs = 300;
     // Presses waiting at most: beyond, the oldest are dropped, since what waits so long isn't typed by a hand.
