@@ -35,7 +35,7 @@ bool PareceBinario(const QString &fichero) {
 Fallo ExtractorTextoLlano::ConvierteAFichTexto(const QString &fichero, bool muestraError, QString &texto) {
     texto = fichero;
     if (!EsDocumento(fichero) && !PareceBinario(fichero)) return {};
-    const Fallo fallo =
+    Fallo fallo =
         Fallo::De(Fallo::LlamadaNoValida, QStringLiteral("Por ahora sólo se leen ficheros de texto: ") + fichero);
     m_general.Log().Escribe(QStringLiteral("ConvierteAFichTexto: "), fallo);
     if (muestraError) m_general.VMsg(QStringLiteral("ConvierteAFichTexto: ") + cGeneral::VBError(fallo));

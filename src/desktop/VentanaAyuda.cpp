@@ -113,7 +113,10 @@ cVisorAyuda::~cVisorAyuda() {
     if (!m_registrado.isEmpty()) QResource::unregisterResource(m_registrado, kRaiz);
 }
 
-void cVisorAyuda::Cierra() { delete m_ventana; }
+void cVisorAyuda::Cierra() {
+    delete m_ventana;
+    m_ventana.clear();  // it is empty by now, but the static analyser doesn't know
+}
 
 Fallo cVisorAyuda::Muestra(const QString &fichero, std::uintptr_t ventana, const QString &tema) {
     if (m_registrado != fichero) {

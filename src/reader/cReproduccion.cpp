@@ -38,10 +38,10 @@ cReproduccion::Estado cReproduccion::GetEstado() const {
 
 QString cReproduccion::Titulo() const {
     if (GetEstado() == Estado::Parada && !m_menu.RepetirLectura.Habilitada()) return {};
-    const QString texto = m_texto ? m_texto().left(kMaxBuscado).simplified() : QString();
+    QString texto = m_texto ? m_texto().left(kMaxBuscado).simplified() : QString();
     if (texto.size() <= kMaxTitulo) return texto;
     qsizetype corte = texto.lastIndexOf(QLatin1Char(' '), kMaxTitulo - 1);
-    if (corte < 1) corte = texto[kMaxTitulo - 2].isHighSurrogate() ? kMaxTitulo - 2 : kMaxTitulo - 1;
+    if (corte < 1) corte = texto.at(kMaxTitulo - 2).isHighSurrogate() ? kMaxTitulo - 2 : kMaxTitulo - 1;
     return texto.left(corte) + QStringLiteral("…");
 }
 

@@ -106,7 +106,7 @@ Fallo MotorVoz::HablaFichero(const QString &fichero) {
     }
     if (m_sapi5 == nullptr) return Fallo::De(Fallo::LlamadaNoValida);
     QString texto;
-    if (const Fallo fallo = LeeFicheroTexto(fichero, texto)) return fallo;
+    if (Fallo fallo = LeeFicheroTexto(fichero, texto)) return fallo;
     return m_sapi5->Speak(texto, SpVoice::XML);
 }
 

@@ -20,6 +20,12 @@ constexpr int kReintentoMs = 5'000;
 constexpr uint kRolContrasena = 40;  // "password text" in the service's list of roles
 
 const QString kPropiedades = QStringLiteral("org.freedesktop.DBus.Properties");
+const QString kRutaLocal = QStringLiteral("/org/freedesktop/DBus/Local");
+const QString kInterfazLocal = QStringLiteral("org.freedesktop.DBus.Local");
+const QString kDesconectado = QStringLiteral("Disconnected");
+const QString kInterfazSuceso = QStringLiteral("org.a11y.atspi.Event.Object");
+const QString kCambioDeEstado = QStringLiteral("StateChanged");
+const QStringList kConFoco{QStringLiteral("focused")};
 const QString kEvento = QStringLiteral("object:state-changed:focused");
 
 // Without either of these the library would start a bus of its own, which nobody would ever see.
@@ -71,7 +77,14 @@ void cVigiaFoco::Termina() {
 void cVigiaFoco::Desconecta() {
     m_programas.clear();
     if (m_nombre.isEmpty()) return;
-    QDBusConnection::disconnectFromBus(m_nombre);  // the registry forgets a listener that goes
+    // What we watch is withdrawn first, which waits for the library's thread: the connection ends there, later than
+    // here, and touches the objects that it still knows, which may be gone by then.
+    QDBusConnection bus = Bus();
+    bus.disconnect(QString(), kRutaLocal, kInterfazLocal, kDesconectado, this, SLOT(Perdido()));
+    bus.disconnect(QString(), QString(), kInterfazSuceso, kCambioDeEstado, kConFoco, QString(), this,
+                   SLOT(CambiaEstado(QDBusMessage)));
+    disconnect(this, &QObject::destroyed, nullptr, nullptr);  // by which the connection would learn of our end
+    QDBusConnection::disconnectFromBus(m_nombre);             // the registry forgets a listener that goes
     m_nombre.clear();
 }
 
@@ -107,10 +120,9 @@ void cVigiaFoco::Conecta() {
         return;
     }
     m_nombre = nombre;
-    bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"), QStringLiteral("org.freedesktop.DBus.Local"),
-                QStringLiteral("Disconnected"), this, SLOT(Perdido()));
-    bus.connect(QString(), QString(), QStringLiteral("org.a11y.atspi.Event.Object"), QStringLiteral("StateChanged"),
-                {QStringLiteral("focused")}, QString(), this, SLOT(CambiaEstado(QDBusMessage)));
+    bus.connect(QString(), kRutaLocal, kInterfazLocal, kDesconectado, this, SLOT(Perdido()));
+    bus.connect(QString(), QString(), kInterfazSuceso, kCambioDeEstado, kConFoco, QString(), this,
+                SLOT(CambiaEstado(QDBusMessage)));
     QDBusMessage registra = QDBusMessage::createMethodCall(
         QStringLiteral("org.a11y.atspi.Registry"), QStringLiteral("/org/a11y/atspi/registry"),
         QStringLiteral("org.a11y.atspi.Registry"), QStringLiteral("RegisterEvent"));

@@ -13,6 +13,9 @@ namespace {
 constexpr int kPrimerIntervaloMs = 250;
 constexpr int kUltimoIntervaloMs = 30'000;
 constexpr std::chrono::seconds kLimiteSonda(2);
+constexpr QLatin1String kRutaLocal("/org/freedesktop/DBus/Local");
+constexpr QLatin1String kInterfazLocal("org.freedesktop.DBus.Local");
+constexpr QLatin1String kDesconectado("Disconnected");
 constexpr uint kDuenoDelNombre = 1;  // RequestName's answer, by the bus's protocol
 
 }  // namespace
@@ -24,7 +27,16 @@ cConexionBus::cConexionBus(cLog &log) : m_log(log) {
 }
 
 cConexionBus::~cConexionBus() {
-    if (!m_nombre.isEmpty()) QDBusConnection::disconnectFromBus(m_nombre);
+    if (!m_nombre.isEmpty()) Suelta();
+}
+
+// Without its watcher of the loss first: the connection ends on the library's thread, later than here, and lets go
+// there of the objects that it still knows, which may be gone by then. The withdrawal waits for that thread.
+void cConexionBus::Suelta() {
+    Bus().disconnect(QString(), kRutaLocal, kInterfazLocal, kDesconectado, this, SLOT(Perdida()));
+    disconnect(this, &QObject::destroyed, nullptr, nullptr);  // by which the connection would learn of our end
+    QDBusConnection::disconnectFromBus(m_nombre);
+    m_nombre.clear();
 }
 
 void cConexionBus::AlConectar(std::function<void(QDBusConnection &)> registra) {
@@ -70,8 +82,7 @@ void cConexionBus::Une(const QString &direccion) {
     }
     m_intentos = 0;
     m_nombre = nombre;
-    bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"), QStringLiteral("org.freedesktop.DBus.Local"),
-                QStringLiteral("Disconnected"), this, SLOT(Perdida()));
+    bus.connect(QString(), kRutaLocal, kInterfazLocal, kDesconectado, this, SLOT(Perdida()));
     for (const auto &registra : m_registran) registra(bus);
 }
 
@@ -89,8 +100,7 @@ void cConexionBus::Falla(VidaBus vida) {
 void cConexionBus::Perdida() {
     if (m_nombre.isEmpty()) return;
     m_log.Escribe(QStringLiteral("cConexionBus.Perdida: "), QStringLiteral("Se ha perdido el bus de sesión"));
-    QDBusConnection::disconnectFromBus(m_nombre);
-    m_nombre.clear();
+    Suelta();
     m_reintento.setInterval(kPrimerIntervaloMs);
     m_intentos = 1;  // the loss has been logged already
     m_reintento.start();

@@ -49,6 +49,7 @@ private Q_SLOTS:
 private:
     void Intenta();
     void Une(const QString &direccion);
+    void Suelta();
     void Falla(VidaBus vida);
     QDBusConnection Bus() const { return QDBusConnection(m_nombre); }
 
