@@ -18,6 +18,7 @@ namespace ondalis {
 namespace {
 
 constexpr std::uint64_t kCabecera = 44;            // RIFF, a format chunk of 16 bytes, the data chunk's head
+constexpr std::uint64_t kMaxDeUnaVez = 4096;       // a page: what the kernel copies without being interrupted
 constexpr std::uint64_t kMaxRiff = 0xFFFF'FFFE;    // even, in 32 bits, without the eight bytes of "RIFF" and itself
 constexpr std::uint64_t kSinTamano = 0xFFFF'FFFF;  // what writers into a pipe put for a length unknown to them
 constexpr int kHerciosPrevistos = 22050;           // of eSpeak NG, until the first speech tells
@@ -213,14 +214,23 @@ int cFicheroWav::EscribeCabecera() {
     return error;
 }
 
-// The two lengths; the rest of the header stands, also another program's.
+// The two lengths; the rest of the header stands, also another program's. In one write where it can be had, so that a
+// process killed in between never leaves one length without the other.
 int cFicheroWav::ActualizaCabecera() {
-    std::array<std::uint8_t, 4> longitud{};
     int error = 0;
-    Pon32(longitud.data(), m_muestras * 2);
-    EscribeEn(m_descriptor, longitud.data(), longitud.size(), m_inicio - 4, error);
-    Pon32(longitud.data(), m_inicio - 8 + m_muestras * 2);
-    EscribeEn(m_descriptor, longitud.data(), longitud.size(), 4, error);
+    const std::uint64_t riff = m_inicio - 8 + m_muestras * 2, datos = m_muestras * 2;
+    std::vector<std::uint8_t> entre(m_inicio <= kMaxDeUnaVez ? m_inicio - 4 : 0);  // from one to the end of the other
+    if (!entre.empty() && LeeDe(m_descriptor, entre, 4)) {
+        Pon32(entre.data(), riff);
+        Pon32(entre.data() + entre.size() - 4, datos);
+        EscribeEn(m_descriptor, entre.data(), entre.size(), 4, error);
+    } else {
+        std::array<std::uint8_t, 4> longitud{};
+        Pon32(longitud.data(), datos);
+        EscribeEn(m_descriptor, longitud.data(), longitud.size(), m_inicio - 4, error);
+        Pon32(longitud.data(), riff);
+        EscribeEn(m_descriptor, longitud.data(), longitud.size(), 4, error);
+    }
     if (error == 0) m_enCabecera = m_muestras;
     return error;
 }

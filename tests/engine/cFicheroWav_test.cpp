@@ -90,13 +90,14 @@ TEST_F(FicheroWav, TheHeaderOnTheDiskIsTrueAfterEachWrite) {
     }
 }
 
-TEST_F(FicheroWav, AKilledWriterLeavesAPlayableFile) {
+// Samples of 5, a hundred at a time, until a kill behind the fiftieth time.
+void EscribeHastaLaMuerte(const std::string &ruta, int hercios, Modo modo) {
     int avisa[2];
     ASSERT_EQ(0, pipe(avisa));
     const pid_t hijo = fork();
     if (hijo == 0) {
         cFicheroWav fichero;
-        if (fichero.Abre(ruta, 8000, Modo::Crea) != 0) _exit(1);
+        if (fichero.Abre(ruta, hercios, modo) != 0) _exit(1);
         for (int i = 0; i < 1'000'000; ++i) {
             if (fichero.Escribe(Muestras(100, 5)) != 0) _exit(1);
             if (i == 50 && write(avisa[1], "x", 1) != 1) _exit(1);
@@ -111,10 +112,20 @@ TEST_F(FicheroWav, AKilledWriterLeavesAPlayableFile) {
     ASSERT_TRUE(WIFSIGNALED(estado));
     close(avisa[0]);
     close(avisa[1]);
-    const auto wav = LeeWav(carpeta.Lee("a.wav"), true);
-    ASSERT_TRUE(wav);
-    EXPECT_GE(wav->muestras.size(), 5100u);
-    EXPECT_EQ(wav->muestras, Muestras(wav->muestras.size(), 5));
+}
+
+TEST_F(FicheroWav, AKilledWriterLeavesAPlayableFile) {
+    const std::string ajeno = Riff(Trozo("LIST", std::string(3000, 'i')) + Trozo("fmt ", Formato(1, 1, 11025, 16)) +
+                                   Trozo("data", Bytes(5, 2)));
+    for (int vez = 0; vez < 40; vez++) {
+        const bool anade = vez % 2 != 0;
+        if (anade) carpeta.Escribe("a.wav", ajeno);
+        ASSERT_NO_FATAL_FAILURE(EscribeHastaLaMuerte(ruta, 11025, anade ? Modo::Anade : Modo::Crea));
+        const auto wav = LeeWav(carpeta.Lee("a.wav"), true);
+        ASSERT_TRUE(wav) << vez;
+        EXPECT_GE(wav->muestras.size(), 5100u);
+        EXPECT_EQ(wav->muestras, Muestras(wav->muestras.size(), 5));
+    }
 }
 
 TEST_F(FicheroWav, CreatingEmptiesAnExistingFile) {
