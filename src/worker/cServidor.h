@@ -35,8 +35,10 @@ private:
     bool Espera(bool bloquea);
     void Lee();
     void Toma(Trama &&trama);
+    void Encola(const Trama &trama, bool deLocucion);
     void Envia(const Trama &trama, bool deLocucion);
     bool EnviaDeLocucion(const Trama &trama);
+    bool AntesDeMuestras(const Trama &trama);
     void Escribe();
     void OlvidaLoNoEnviado();
     std::size_t Pendiente() const { return m_salida.size() - m_enviados; }
