@@ -1,7 +1,7 @@
 // The hearing of typed keys: lets the presses of all programs through but for those into a field that hides them. Each
 // program's focused object is known from its own focus events, one question a focus change. While an answer is on its
-// way, and for a moment after a change of window, presses wait in order; those that waited for an answer that never
-// came are lost. A program that says nothing is heard. Owned by main. Main thread.
+// way, for a moment after a change of window, and behind a Tab, presses wait in order; those that waited for an answer
+// that never came are lost. A program that says nothing is heard. Owned by main. Main thread.
 #pragma once
 
 #include <deque>

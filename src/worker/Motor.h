@@ -14,7 +14,8 @@
 namespace ondalis {
 
 // Takes what an engine makes of the utterance under way, in the order of time. Each call may wait until the reader
-// takes what was sent before, and sees a stop meanwhile. False: nobody wants the rest, and the engine returns at once.
+// takes what was sent before, and sees a stop meanwhile; a word or a mark leaves with the samples or the end behind it.
+// False: nobody wants the rest, and the engine returns at once.
 class Emisor {
 public:
     virtual ~Emisor() = default;

@@ -168,7 +168,6 @@ def en_dos_monitores_la_configuracion_se_abre_entera_en_uno_y_vuelve_a_donde_se_
             _abre_menu(b)
             for tecla in ('Up', 'Up', 'Up', 'Return'):  # over "Salir" and "Ayuda": the windows that are there
                 b.tecla(tecla)
-                time.sleep(0.1)
             ventana = _espera_ventana(b, 'Configuración Ondalis')
             assert _monitor_de(ventana) == monitor, (guardado, ventana)
             # The place is that of the frame.
