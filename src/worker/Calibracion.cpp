@@ -108,7 +108,7 @@ constexpr std::array<double, kPuntos> kOtra{93.2, 110.9, 146.3, 198.6, 251.2, 29
 constexpr double kTonoComun = 106;  // hertz
 constexpr double kPrevias = 12;     // words of common text that each text is taken to begin with
 // Of the pace of common text. Slower harms nobody; much faster would not be the voice that was chosen.
-constexpr double kMaxDeprisa = 1.3, kMaxDespacio = 1.4;
+constexpr double kMaxDeprisa = 1.38, kMaxDespacio = 1.4;
 
 double Milisegundos(const Duracion &d, const RasgosTexto &r, double tono) {
     return d.palabra + d.letra * r.letras + d.coma * r.comas + d.punto * r.puntos + 1000 * d.periodos / tono;

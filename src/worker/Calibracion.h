@@ -13,7 +13,7 @@ struct Ritmo {
 };
 
 // `idiomaMotor` is the language file ("roa/es"); `texto` counts what is said, `tono` is the voice's pitch in hertz. A
-// text of long words is said faster so that as many are heard, and one of short words slower: by a third or so
+// text of long words is said faster so that as many are heard, and one of short words slower: by two fifths
 // at most, as beyond it the voice would be another. The fewer words, the nearer to the pace of the language's common
 // text.
 Ritmo RitmoDe(double palabrasPorMinuto, std::string_view idiomaMotor, const RasgosTexto &texto, double tono);

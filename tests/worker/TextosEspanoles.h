@@ -170,7 +170,7 @@ inline constexpr std::array kTextosEspanoles{
                  u"aquí me tiene."},
 };
 
-// Of words so long, seven letters, that their number is not reached.
+// Of words so long, seven letters, that at a quick pace their number is not reached.
 inline constexpr std::u16string_view kTextoDensoEspanol =
     u"El sistema operativo administra los recursos del ordenador y proporciona servicios comunes a las "
     u"aplicaciones. Su componente fundamental, denominado núcleo, controla la memoria, los procesadores "
